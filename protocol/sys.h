@@ -1,0 +1,38 @@
+// System status: operating mode, firmware version, restart notice.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace protocol::sys {
+
+enum ReportType : quint8 { OperatingModeReport = 1, FirmwareVersionReport = 4, RestartNoticeReport = 5 };
+
+struct FirmwareVersion {
+    float version = 0;
+    quint16 year = 0;
+    quint8 month = 0;
+    quint8 day = 0;
+
+    bool operator==(const FirmwareVersion &) const = default;
+};
+
+/// Mode number, byte 0.
+quint8 decodeOperatingMode(const QByteArray &payload);
+/// Bytes 0-3 version (float), 4-5 year, 6 month, 7 day; most significant byte first.
+FirmwareVersion decodeFirmwareVersion(const QByteArray &payload);
+/// True when the board says that it has restarted: byte 0 is 0x7F or byte 1 is 0xFE.
+bool decodeRestartNotice(const QByteArray &payload);
+
+/// "RESET", "TEST", ...; numbers beyond the table read "ERROR/UNKNOW".
+QString modeName(quint8 number);
+/// "Version:2.50  Release time:2020/12/31"
+QString versionText(const FirmwareVersion &version);
+
+/// Commands.
+inline constexpr char kFunctionalReset[] = "inject 1";
+inline constexpr char kDestructiveReset[] = "inject 2";
+/// The status poll, in the order sent.
+inline constexpr const char *kStatusPoll[] = {"get 1", "get 9", "get 10", "get 0"};
+
+} // namespace protocol::sys
