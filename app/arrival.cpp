@@ -1,0 +1,42 @@
+#include "app/mainwindow.h"
+#include "app/textview.h"
+#include "link/serialline.h"
+#include "ui_mainwindow.h"
+
+#include <array>
+
+namespace {
+
+using Decoder = void (MainWindow::*)(uint8_t, uint32_t, QByteArray);
+
+// By module identifier. Text frames have no decoder.
+constexpr std::array<Decoder, protocol::kModuleCount> decoders = {
+    nullptr,
+    &MainWindow::SYSDataFrameUnpack,
+};
+
+} // namespace
+
+void MainWindow::receiveData()
+{
+    const QByteArray chunk = gSerialPort->isOpen() ? gSerialPort->readAll() : QByteArray();
+    m_receive.rxPending = Receivedata_Unpacking(m_receive.join(chunk), m_receive.rxFrames, m_receive.rxRemainder);
+    // A decoder may wait and so let a further arrival replace the list: size and element are read anew at each step.
+    for (int i = 0; i < m_receive.rxFrames.size(); ++i)
+        dispatch(frameData(m_receive.rxFrames.at(i)));
+}
+
+bool MainWindow::Receivedata_Unpacking(QByteArray data, QList<frameData> &frames, QByteArray &remainder)
+{
+    m_receive.rxText = QString::fromUtf8(data.constData());
+    return protocol::extractFrames(data, frames, remainder, m_receive.rxPartialCount);
+}
+
+void MainWindow::dispatch(const frameData &frame)
+{
+    if (frame.moduleId == static_cast<uint8_t>(protocol::ModuleId::Text)) {
+        textview::append(*ui->textBrowser_temp, {QString::fromLatin1(frame.data.constData())});
+    } else if (frame.moduleId < decoders.size() && decoders[frame.moduleId]) {
+        (this->*decoders[frame.moduleId])(frame.dataType, frame.dataLength, frame.data);
+    }
+}

@@ -1,0 +1,137 @@
+// The port: its choice, opening and closing, and what the status bar says of it.
+#include "app/mainwindow.h"
+#include "app/messagebox.h"
+#include "link/serialline.h"
+#include "link/serialportconfig.h"
+#include "link/serialports.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QShortcut>
+#include <QStatusBar>
+
+namespace {
+
+// A box with nothing but ports in it can still be left without choosing one: by Escape or its close button.
+class PortBox : public QMessageBox
+{
+public:
+    explicit PortBox(QWidget *parent) : QMessageBox(parent)
+    {
+        connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QDialog::reject);
+    }
+
+protected:
+    void closeEvent(QCloseEvent *event) override
+    {
+        event->accept();
+        reject();
+    }
+};
+
+QString selectPort(QWidget *parent, const QStringList &names)
+{
+    PortBox box(parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(QStringLiteral("Please select"));
+    box.setInformativeText(QStringLiteral("Please select serialport name which used by GUI."));
+    QList<QAbstractButton *> buttons;
+    for (const QString &name : names)
+        buttons.append(box.addButton(name, QMessageBox::AcceptRole));
+    box.exec();
+    return names.value(buttons.indexOf(box.clickedButton()));
+}
+
+} // namespace
+
+/// Without a port the user is asked whether to go on; returns the answer.
+bool MainWindow::askForPort()
+{
+    return inform(this, QStringLiteral("Please check"), QStringLiteral("Can not open serial port. Are you continue?"),
+                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+        == QMessageBox::Yes;
+}
+
+void MainWindow::choosePort()
+{
+    portNameList = availablePortNames();
+    if (portNameList.isEmpty()) {
+        m_startRefused = !askForPort();
+        return;
+    }
+    closeLine(*gSerialPort);
+    gPortName = portNameList.size() == 1 ? portNameList.first() : selectPort(this, portNameList);
+    gSerialPort->setPortName(gPortName);
+}
+
+void MainWindow::openChosenPort()
+{
+    if (!openLine(*gSerialPort, gPortName)) {
+        showPortState(openFailureText(*gSerialPort));
+        inform(this, QStringLiteral("Warning"), QStringLiteral("Serialport can not open, please check."),
+               QMessageBox::Yes);
+        return;
+    }
+    showPortState();
+    // Queued, so that bytes are taken also while a decoder waits or shows a box: the port reports nothing anew as long
+    // as its own report is under way. Made again with every opening, earlier ones stay.
+    connect(gSerialPort, &QSerialPort::readyRead, this, qOverload<>(&MainWindow::receiveData), Qt::QueuedConnection);
+}
+
+void MainWindow::Serialport_open()
+{
+    if (gPortName.isEmpty()) {
+        choosePort();
+        if (m_startRefused) {
+            close();
+            return;
+        }
+        if (gPortName.isEmpty() && !portNameList.isEmpty())
+            return;
+    }
+    openChosenPort();
+}
+
+void MainWindow::Serialport_close()
+{
+    closeLine(*gSerialPort);
+    showPortState();
+}
+
+void MainWindow::reOpenSerialPort()
+{
+    if (inform(this, QStringLiteral("Please select"), QStringLiteral("Contiue or quit.?"),
+               QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+        == QMessageBox::Yes)
+        Serialport_open();
+}
+
+void MainWindow::SP_config()
+{
+    if (m_portDialog)
+        m_portDialog->exec();
+}
+
+void MainWindow::NoSP_config()
+{
+    inform(this, QStringLiteral("Warning"), QStringLiteral("No Available Serialport is found"), QMessageBox::Yes);
+}
+
+// A device that is gone reports this as fast as events are processed, until the port is closed.
+void MainWindow::onPortError(QSerialPort::SerialPortError error)
+{
+    if (!gSerialPort->isOpen() || !isLineLost(error))
+        return;
+    gSerialPort->close();
+    showPortState(tr("connection lost; plug the board in and choose \"open\" again"));
+}
+
+void MainWindow::showPortState(const QString &trouble)
+{
+    const QString name = gPortName.isEmpty() ? tr("no port chosen") : gPortName;
+    const QString state = gSerialPort->isOpen() ? tr("open") : tr("closed");
+    m_portState->setText(trouble.isEmpty() ? tr("Port: %1 - %2").arg(name, state)
+                                           : tr("Port: %1 - %2: %3").arg(name, state, trouble));
+    m_portState->setToolTip(trouble);
+}

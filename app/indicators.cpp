@@ -1,0 +1,83 @@
+#include "app/indicators.h"
+
+#include <QHash>
+#include <QRegularExpression>
+#include <QWidget>
+
+namespace indicator {
+
+namespace {
+
+struct ColourName {
+    int red, green, blue;
+    const char *name;
+    const char *meaning; // where the tooltip gives none
+};
+
+constexpr ColourName colourNames[] = {
+    {91, 215, 97, "Green", "on"},        {255, 0, 0, "Red", "fault"},
+    {200, 200, 200, "Gray", "off"},      {255, 255, 255, "White", "no data yet"},
+    {255, 185, 15, "Orange", "attention"}, {255, 255, 0, "Yellow", "alarm"},
+    {218, 165, 32, "Gold", "safe state"}, {30, 144, 255, "Blue", "testing"},
+    {72, 61, 139, "Violet", "waiting"},  {85, 170, 255, "Blue", "limit in force"},
+    {0, 0, 0, "Black", "starting"},      {46, 139, 87, "Green", "on"},
+};
+
+const ColourName *colourOf(const QString &styleSheet)
+{
+    static const QRegularExpression rgb(QStringLiteral("rgb\\(\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)"));
+    const QRegularExpressionMatch match = rgb.match(styleSheet);
+    for (const ColourName &colour : colourNames) {
+        if (match.hasMatch() && match.captured(1).toInt() == colour.red && match.captured(2).toInt() == colour.green
+            && match.captured(3).toInt() == colour.blue)
+            return &colour;
+    }
+    return nullptr;
+}
+
+// A style sheet is read once: there are some dozens of them, painted a million times.
+const ColourName *knownColourOf(const QString &styleSheet)
+{
+    static QHash<QString, const ColourName *> known;
+    auto it = known.constFind(styleSheet);
+    if (it == known.constEnd())
+        it = known.insert(styleSheet, colourOf(styleSheet));
+    return *it;
+}
+
+// "CSE status:\nGreen - Success\nRed - Error" gives "Success" for green.
+QString meaningIn(const QString &toolTip, const ColourName &colour)
+{
+    const QString head = QString::fromLatin1(colour.name) + QStringLiteral(" - ");
+    const int at = toolTip.indexOf(head);
+    if (at < 0)
+        return QString::fromLatin1(colour.meaning);
+    const int from = at + head.size();
+    const int end = toolTip.indexOf(QLatin1Char('\n'), from);
+    return toolTip.mid(from, end < 0 ? -1 : end - from);
+}
+
+} // namespace
+
+QString background(const char *colour)
+{
+    return QStringLiteral("background-color: ") + QString::fromLatin1(colour);
+}
+
+void paint(QWidget *widget, const QString &styleSheet)
+{
+    if (widget->styleSheet() == styleSheet)
+        return;
+    widget->setStyleSheet(styleSheet);
+    if (const ColourName *colour = knownColourOf(styleSheet)) {
+        widget->setAccessibleDescription(QStringLiteral("%1: %2").arg(QString::fromLatin1(colour->name),
+                                                                      meaningIn(widget->toolTip(), *colour)));
+    }
+}
+
+void paint(QWidget *widget, const char *colour)
+{
+    paint(widget, background(colour));
+}
+
+} // namespace indicator

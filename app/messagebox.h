@@ -1,0 +1,13 @@
+// Message boxes with fixed words and plain text.
+#pragma once
+
+#include <QMessageBox>
+
+/// Shows an information box until it is answered; returns the button pressed.
+QMessageBox::StandardButton inform(QWidget *parent, const QString &title, const QString &text,
+                                   QMessageBox::StandardButtons buttons,
+                                   QMessageBox::StandardButton defaultButton = QMessageBox::NoButton);
+
+/// The same, but opens nothing while a box with the same title and text is still open: reports that come as fast as
+/// the line carries them do not stack.
+void informOnce(QWidget *parent, const QString &title, const QString &text, QMessageBox::StandardButton button);

@@ -1,0 +1,16 @@
+// Text of the board in text boxes: plain whatever it holds, and one edit however long it is.
+#pragma once
+
+#include <QStringList>
+
+class QTextEdit;
+
+namespace textview {
+
+/// Appends the paragraphs in one edit. The view follows the end if it showed the end.
+void append(QTextEdit &view, const QStringList &paragraphs);
+
+/// Puts the paragraphs in place of all text, in one edit; the view shows the start.
+void replace(QTextEdit &view, const QStringList &paragraphs);
+
+} // namespace textview

@@ -1,0 +1,82 @@
+// The workbench in front of virtual boards: the same window, with their terminal lines as the only ports.
+#include "app/mainwindow.h"
+#include "app/startup.h"
+#include "demo/boardprocess.h"
+#include "demo/tour.h"
+#include "link/serialports.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFile>
+#include <QTextStream>
+
+#include <memory>
+#include <vector>
+
+namespace {
+
+// The manual, the video and the splash picture are looked for in the working directory.
+void workBesideProgram()
+{
+    if (!QFile::exists(QStringLiteral("./VEK_logo_RGB_web.png")))
+        QDir::setCurrent(QApplication::applicationDirPath());
+}
+
+std::vector<std::unique_ptr<BoardProcess>> startBoards(int count, const QString &seed)
+{
+    std::vector<std::unique_ptr<BoardProcess>> boards;
+    for (int i = 0; i < count; ++i) {
+        boards.push_back(std::make_unique<BoardProcess>(
+            QStringList{QStringLiteral("--power-cycle-after"), QStringLiteral("5"), QStringLiteral("--seed"), seed}));
+    }
+    return boards;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("safety-workbench-demo"));
+    QApplication::setApplicationVersion(QStringLiteral(WORKBENCH_VERSION));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Runs the safety workbench in front of virtual boards."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption boardsOption(QStringLiteral("boards"), QStringLiteral("Number of boards (default 1)."),
+                                          QStringLiteral("N"), QStringLiteral("1"));
+    const QCommandLineOption seedOption(QStringLiteral("seed"), QStringLiteral("Seed of the boards' chance (default 1)."),
+                                        QStringLiteral("N"), QStringLiteral("1"));
+    const QCommandLineOption tourOption(
+        QStringLiteral("tour"), QStringLiteral("Save a picture of every page in DIR, then end."), QStringLiteral("DIR"));
+    const QCommandLineOption sizeOption(QStringLiteral("size"), QStringLiteral("Size of the window for the tour."),
+                                        QStringLiteral("WIDTHxHEIGHT"));
+    parser.addOptions({boardsOption, seedOption, tourOption, sizeOption});
+    parser.process(application);
+
+    const QString tour = parser.isSet(tourOption) ? QDir(parser.value(tourOption)).absolutePath() : QString();
+    const QStringList size = parser.value(sizeOption).split(QLatin1Char('x'));
+    workBesideProgram();
+
+    const auto boards = startBoards(parser.value(boardsOption).toInt(), parser.value(seedOption));
+    QStringList ports;
+    for (const auto &board : boards) {
+        if (!board->isRunning()) {
+            QTextStream(stderr) << "The virtual board did not start: " << board->errorString() << Qt::endl;
+            return 1;
+        }
+        ports.append(board->tty());
+    }
+    setAvailablePortNames([ports] { return ports; });
+
+    return runWorkbench(application, [&](MainWindow &window) {
+        if (tour.isEmpty())
+            return;
+        if (size.size() == 2)
+            window.resize(size[0].toInt(), size[1].toInt());
+        takeTour(window, tour);
+        window.close();
+    });
+}

@@ -1,0 +1,26 @@
+// The one serial line to the board: its port object, its fixed settings, and what went wrong with it.
+#pragma once
+
+#include <QSerialPort>
+#include <QString>
+
+/// The line in bits a second, both ways; 8 data bits, no parity, one stop bit, no flow control.
+inline constexpr qint32 kLineBaudRate = 1958400;
+
+/// The program's port. Made before main runs, never deleted.
+extern QSerialPort *gSerialPort;
+/// The port chosen at start-up; empty until then.
+extern QString gPortName;
+
+/// Opens `port` on `name` for reading and writing with the line's settings; closes it first where it is open.
+/// Returns false with the port closed where that fails; the port's error tells why.
+bool openLine(QSerialPort &port, const QString &name);
+
+/// Empties both buffers and closes; a closed port is left alone.
+void closeLine(QSerialPort &port);
+
+/// True for the errors that a port reports when its device is gone, again and again until it is closed.
+bool isLineLost(QSerialPort::SerialPortError error);
+
+/// Why `port` could not be opened, for people; on Linux with the remedy where a permission is missing.
+QString openFailureText(const QSerialPort &port);

@@ -1,0 +1,66 @@
+// A pseudo-terminal in raw mode that behaves like the board's USB serial line.
+#pragma once
+
+#include <QByteArray>
+#include <QElapsedTimer>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+#include <memory>
+#include <random>
+
+class QSocketNotifier;
+
+class PtyLine : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Bytes a second at 1958400 bit/s with ten bits a byte.
+    static constexpr double kBytesPerSecond = 195840;
+    /// A piece is at most as long as a full-speed USB packet.
+    static constexpr int kLargestPiece = 64;
+    /// What waits beyond this many bytes is lost, as in a board whose buffer is full.
+    static constexpr int kQueueLimit = 4 * 1024 * 1024;
+
+    /// Opens the terminal; tty() is empty where the system gives none. `seed` decides where pieces are cut.
+    explicit PtyLine(quint32 seed = 1, QObject *parent = nullptr);
+    ~PtyLine() override;
+
+    /// Path of the end that the program opens, "/dev/pts/4".
+    QString tty() const { return m_tty; }
+    /// With false the bytes leave as fast as they are taken.
+    void setPaced(bool paced) { m_paced = paced; }
+    bool isConnected() const { return m_connected; }
+
+    /// Sends bytes. While no program has the line open they are lost.
+    void send(const QByteArray &bytes);
+    /// The board goes away for good: the program's end reports errors from now on.
+    void hangUp();
+
+signals:
+    void received(const QByteArray &bytes);
+    void connectedChanged(bool connected);
+
+private:
+    void readAvailable();
+    void flush();
+    void setConnected(bool connected);
+    void lookForProgram();
+    int allowance();
+    bool writePiece(int most);
+
+    int m_master = -1;
+    QString m_tty;
+    bool m_paced = true;
+    bool m_connected = false;
+    QByteArray m_queue;
+    int m_sent = 0;          // bytes of m_queue that have left
+    double m_budget = 0;     // bytes that may leave now
+    QElapsedTimer m_clock;
+    QTimer m_pace;
+    QTimer m_watch;
+    std::mt19937 m_random;
+    std::unique_ptr<QSocketNotifier> m_readable;
+};

@@ -1,0 +1,11 @@
+// Signals of the operating system as events of the program.
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+
+class QObject;
+
+/// Calls `handler` with the number of each of these signals that arrives, from the event loop, while `context` lives.
+/// Once for a program.
+void onSignals(std::initializer_list<int> numbers, QObject *context, std::function<void(int)> handler);

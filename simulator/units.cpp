@@ -1,0 +1,21 @@
+#include "simulator/units.h"
+
+#include "simulator/unit.h"
+
+namespace {
+
+using Factory = std::unique_ptr<Unit> (*)(Board &);
+
+constexpr Factory factories[] = {
+    makeSystem,
+};
+
+} // namespace
+
+std::vector<std::unique_ptr<Unit>> makeUnits(Board &board)
+{
+    std::vector<std::unique_ptr<Unit>> units;
+    for (const Factory make : factories)
+        units.push_back(make(board));
+    return units;
+}

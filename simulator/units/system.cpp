@@ -1,0 +1,59 @@
+// System status: greeting, operating mode, firmware version, and the two resets by software.
+#include "protocol/sys.h"
+
+#include "protocol/payload.h"
+#include "simulator/board.h"
+#include "simulator/resetreason.h"
+#include "simulator/unit.h"
+#include "simulator/units.h"
+
+namespace {
+
+namespace sys = protocol::sys;
+using protocol::ModuleId;
+using protocol::PayloadWriter;
+
+constexpr quint8 kRun0 = 4;
+constexpr sys::FirmwareVersion kVersion = {1.40F, 2026, 11, 2};
+
+class System : public Unit
+{
+public:
+    explicit System(Board &board) : m_board(board)
+    {
+        board.addCommand({QStringLiteral("get 0"), {}, QStringLiteral("greeting, state of the fault collection unit"),
+                          0, 0, [this](const QStringList &) { greet(); }});
+        board.addCommand({QStringLiteral("get 1"), {}, QStringLiteral("operating mode, firmware version"), 0, 0,
+                          [this](const QStringList &) { announce(); }});
+        board.addCommand({QStringLiteral("inject 1"), {}, QStringLiteral("functional reset"), 0, 0,
+                          [&board](const QStringList &) { board.restart(ResetKind::Functional, SoftwareFunctional); }});
+        board.addCommand({QStringLiteral("inject 2"), {}, QStringLiteral("destructive reset"), 0, 0,
+                          [&board](const QStringList &) { board.restart(ResetKind::Destructive, SoftwareDestructive); }});
+    }
+
+    QString name() const override { return QStringLiteral("system"); }
+    void reset(ResetKind, int) override { m_mode = kRun0; }
+    void announce() override
+    {
+        m_board.send(ModuleId::Sys, sys::FirmwareVersionReport,
+                     PayloadWriter().f32be(kVersion.version).u16be(kVersion.year).u8(kVersion.month).u8(kVersion.day).take());
+        m_board.send(ModuleId::Sys, sys::OperatingModeReport, PayloadWriter().u8(m_mode).take());
+    }
+    QString status() const override
+    {
+        return QStringLiteral("mode %1, %2").arg(sys::modeName(m_mode), sys::versionText(kVersion));
+    }
+
+private:
+    void greet() { m_board.say(QStringLiteral("QM7D305 safety demonstration, %1").arg(sys::versionText(kVersion))); }
+
+    Board &m_board;
+    quint8 m_mode = kRun0;
+};
+
+} // namespace
+
+std::unique_ptr<Unit> makeSystem(Board &board)
+{
+    return std::make_unique<System>(board);
+}

@@ -1,0 +1,59 @@
+#include "tests/support/rawline.h"
+
+#include <QSocketNotifier>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <stdlib.h>
+#include <termios.h>
+#include <unistd.h>
+
+RawLine::RawLine() : m_master(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC))
+{
+    if (m_master < 0 || grantpt(m_master) != 0 || unlockpt(m_master) != 0)
+        qFatal("no pseudo-terminal");
+    termios settings = {};
+    tcgetattr(m_master, &settings);
+    cfmakeraw(&settings);
+    tcsetattr(m_master, TCSANOW, &settings);
+    m_tty = QString::fromLocal8Bit(ptsname(m_master));
+    m_notifier = std::make_unique<QSocketNotifier>(m_master, QSocketNotifier::Read);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, &RawLine::readAvailable);
+    m_slave = open(m_tty.toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+}
+
+RawLine::~RawLine()
+{
+    hangUp();
+}
+
+void RawLine::write(const QByteArray &bytes)
+{
+    for (int done = 0; done < bytes.size();) {
+        const ssize_t count = ::write(m_master, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
+        if (count > 0) {
+            done += static_cast<int>(count);
+            continue;
+        }
+        pollfd room = {m_master, POLLOUT, 0};
+        if (poll(&room, 1, 5000) <= 0)
+            qFatal("the program takes no bytes");
+    }
+}
+
+void RawLine::hangUp()
+{
+    m_notifier.reset();
+    for (int *end : {&m_slave, &m_master}) {
+        if (*end >= 0)
+            close(*end);
+        *end = -1;
+    }
+}
+
+void RawLine::readAvailable()
+{
+    char buffer[4096];
+    for (ssize_t count; (count = ::read(m_master, buffer, sizeof buffer)) > 0;)
+        m_received.append(buffer, static_cast<int>(count));
+}

@@ -1,0 +1,171 @@
+// The line under the window: commands out, frames in, waits, a board that goes away, boxes that do not stack.
+#include "app/messagebox.h"
+#include "link/commandchannel.h"
+#include "link/serialline.h"
+#include "tests/support/boxanswerer.h"
+#include "tests/support/workbench.h"
+
+#include <QElapsedTimer>
+#include <QAction>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTest>
+
+class TestLine : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        m_bench = std::make_unique<RawBench>();
+        QTRY_VERIFY(m_bench->line().received().endsWith("get 0\r\n"));
+        m_bench->line().clear();
+    }
+
+    void commandsGoOutAsLines_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("plain") << "get 1" << QByteArray("get 1\r\n");
+        QTest::newRow("empty") << "" << QByteArray("\r\n");
+        QTest::newRow("latin") << QString::fromUtf8("µ€") << QByteArray("\xB5?\r\n");
+    }
+
+    void commandsGoOutAsLines()
+    {
+        QFETCH(QString, command);
+        sendCommand(command);
+        QFETCH(QByteArray, bytes);
+        QTRY_COMPARE(m_bench->line().received(), bytes);
+        m_bench->line().clear();
+    }
+
+    void menuAndTabsAsk_data()
+    {
+        QTest::addColumn<QString>("action");
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QString>("commands");
+        QTest::newRow("functional") << "actionFunctional_Reset" << -1 << "inject 1|";
+        QTest::newRow("destructive") << "actionDestructive_Reset" << -1 << "inject 2|";
+        QTest::newRow("status") << "actionGet_Status" << -1 << "get 1|get 9|get 10|get 0|";
+        const char *pages[] = {"get 11|", "get 5|", "", "", "get 7|", "get 10|", "get 6|", "get 2|", "", "get 3|get 4|"};
+        for (int i = 0; i < 10; ++i)
+            QTest::addRow("page %d", (i + 1) % 10) << "" << (i + 1) % 10 << pages[i];
+    }
+
+    void menuAndTabsAsk()
+    {
+        QFETCH(QString, action);
+        QFETCH(int, page);
+        QFETCH(QString, commands);
+        if (page >= 0)
+            m_bench->find<QTabWidget>("tabWidget_safety")->setCurrentIndex(page);
+        else
+            m_bench->window().findChild<QAction *>(action)->trigger();
+        sendCommand(QStringLiteral("end"));
+        QTRY_VERIFY(m_bench->line().received().endsWith("end\r\n"));
+        QCOMPARE(m_bench->sent(), commands + QStringLiteral("end|"));
+    }
+
+    // The frame split anywhere arrives once, also while a handler waits.
+    void framesReachTheirDecoder()
+    {
+        const QByteArray mode = QByteArray::fromHex("A5C3 0000 01 01 0001 07 0000 D4B2");
+        for (int cut = 1; cut < mode.size(); ++cut) {
+            m_bench->find<QLineEdit>("lineEdit_sysworkmode")->clear();
+            m_bench->line().write(mode.left(cut));
+            QTest::qWait(1);
+            m_bench->line().write(mode.mid(cut));
+            QTRY_COMPARE(m_bench->text("lineEdit_sysworkmode"), QStringLiteral("RUN3"));
+        }
+        m_bench->line().write(QByteArray::fromHex("A5C3 0000 01 01 0001 03 0000 D4B2"));
+        delayMs(120);
+        QCOMPARE(m_bench->text("lineEdit_sysworkmode"), QStringLiteral("DRUN"));
+        m_bench->line().write(QByteArray::fromHex("A5C3 0000 01 04 0008 40200000 07E4 0C 1F 0000 D4B2"));
+        QTRY_COMPARE(m_bench->text("lineEdit_firewareVision"), QStringLiteral("Version:2.50  Release time:2020/12/31"));
+    }
+
+    void textIsPlainAndEndsAtItsNul()
+    {
+        auto *view = m_bench->window().findChild<QTextEdit *>(QStringLiteral("textBrowser_temp"));
+        view->clear();
+        m_bench->line().write(QByteArray::fromHex("A5C3 0000 00 00 0007") + QByteArray("abc\0def", 7)
+                              + QByteArray::fromHex("0000 D4B2"));
+        const QByteArray markup = "<b>x</b><img src=\"a\">";
+        m_bench->line().write(QByteArray::fromHex("A5C3 0000 00 00 00") + char(markup.size()) + markup
+                              + QByteArray::fromHex("0000 D4B2 A5C3 0000 11 01 0001 00 0000 D4B2"));
+        QTRY_COMPARE(view->toPlainText(), QStringLiteral("abc\n<b>x</b><img src=\"a\">"));
+    }
+
+    // While a box is open further frames are decoded, and the same words open no second box.
+    void anOpenBoxDoesNotHoldTheLine()
+    {
+        BoxAnswerer answers;
+        const auto complain = [this] {
+            informOnce(&m_bench->window(), QStringLiteral("Error"), QStringLiteral("same words"), QMessageBox::Yes);
+        };
+        answers.onBox([&] {
+            complain();
+            m_bench->line().write(QByteArray::fromHex("A5C3 0000 01 01 0001 02 0000 D4B2"));
+            QTRY_COMPARE(m_bench->text("lineEdit_sysworkmode"), QStringLiteral("SAFE"));
+        });
+        complain();
+        complain();
+        QCOMPARE(answers.seen(), (QStringList{QStringLiteral("Error|same words"), QStringLiteral("Error|same words")}));
+    }
+
+    void eachOpeningConnectsAnew()
+    {
+        for (int i = 0; i < 2; ++i)
+            m_bench->window().Serialport_open();
+        m_bench->find<QTextEdit>("textBrowser_temp")->clear();
+        m_bench->line().write(QByteArray::fromHex("A5C3 0000 00 00 0001 61 0000 D4B2"));
+        QTRY_COMPARE(m_bench->text("textBrowser_temp"), QStringLiteral("a"));
+        QTest::qWait(20);
+        QCOMPARE(m_bench->text("textBrowser_temp"), QStringLiteral("a"));
+    }
+
+    void aClosedPortLosesCommandsSilently()
+    {
+        BoxAnswerer answers;
+        m_bench->window().Serialport_close();
+        m_bench->window().Serialport_close();
+        m_bench->line().clear();
+        sendCommand(QStringLiteral("get 1"));
+        m_bench->window().Serialport_open();
+        sendCommand(QStringLiteral("end"));
+        QTRY_COMPARE(m_bench->line().received(), QByteArray("end\r\n"));
+        QCOMPARE(answers.seen(), QStringList());
+    }
+
+    // Last: the line is gone afterwards.
+    void aBoardThatGoesAwayIsLeftAlone()
+    {
+        BoxAnswerer answers;
+        QSignalSpy errors(gSerialPort, &QSerialPort::errorOccurred);
+        m_bench->line().write(QByteArray::fromHex("A5C3 0000 01 01"));
+        m_bench->line().hangUp();
+        QTRY_VERIFY(!gSerialPort->isOpen());
+        const int reports = errors.size();
+        QTest::qWait(50);
+        QCOMPARE(errors.size(), reports);
+        QVERIFY(reports <= 3);
+        QCOMPARE(answers.seen(), QStringList());
+        QVERIFY(m_bench->window().statusBar()->findChild<QLabel *>()->text().contains(QStringLiteral("connection lost")));
+
+        RawLine back;
+        gPortName = back.tty();
+        m_bench->window().Serialport_open();
+        back.write(QByteArray::fromHex("A5C3 0000 01 01 0001 08 0000 D4B2"));
+        QTRY_COMPARE(m_bench->text("lineEdit_sysworkmode"), QStringLiteral("HALT0"));
+        m_bench->window().Serialport_close();
+    }
+
+private:
+    std::unique_ptr<RawBench> m_bench;
+};
+
+QTEST_MAIN(TestLine)
+#include "tst_line.moc"

@@ -1,0 +1,138 @@
+// Start-up: which port, which questions, which requests.
+#include "link/serialline.h"
+#include "link/serialports.h"
+#include "tests/support/boxanswerer.h"
+#include "tests/support/workbench.h"
+
+#include <QAction>
+#include <QStatusBar>
+#include <QTest>
+
+class TestStart : public QObject
+{
+    Q_OBJECT
+
+private:
+    static QString portState(const MainWindow &window) { return window.statusBar()->findChild<QLabel *>()->text(); }
+
+private slots:
+    void init() { gPortName.clear(); }
+    void cleanup() { closeLine(*gSerialPort); }
+
+    void onePortIsOpenedAndAsked()
+    {
+        BoxAnswerer answers;
+        RawBench bench;
+        QTRY_COMPARE(bench.line().received(), QByteArray("get 3\r\nget 4\r\nget 1\r\nget 9\r\nget 10\r\nget 0\r\n"));
+        QCOMPARE(answers.seen(), QStringList());
+        QCOMPARE(gPortName, bench.line().tty());
+        QCOMPARE(gSerialPort->baudRate(), 1958400);
+        QVERIFY2(portState(bench.window()).contains(QStringLiteral(" - open")), qPrintable(portState(bench.window())));
+    }
+
+    void twoPortsAreAChoice()
+    {
+        RawLine first, second;
+        setAvailablePortNames([&] { return QStringList{first.tty(), second.tty()}; });
+        BoxAnswerer answers;
+        answers.setCaption(second.tty());
+        MainWindow window;
+        QCOMPARE(answers.seen(), QStringList(QStringLiteral("|Please select|Please select serialport name which used by GUI.")));
+        QCOMPARE(gPortName, second.tty());
+        QVERIFY(gSerialPort->isOpen());
+        QTRY_VERIFY(second.received().endsWith("get 0\r\n"));
+        QVERIFY(first.received().isEmpty());
+    }
+
+    void aDismissedChoiceCanBeMadeLater()
+    {
+        RawLine first, second;
+        setAvailablePortNames([&] { return QStringList{first.tty(), second.tty()}; });
+        BoxAnswerer answers;
+        answers.setCaption(QString());
+        MainWindow window;
+        QCOMPARE(answers.seen().size(), 1);
+        QVERIFY(!gSerialPort->isOpen());
+        QVERIFY(!window.startRefused());
+
+        answers.setCaption(first.tty());
+        window.findChild<QAction *>(QStringLiteral("actionopen"))->trigger();
+        QCOMPARE(answers.seen().size(), 2);
+        QVERIFY(gSerialPort->isOpen());
+    }
+
+    void withoutAPortTheUserDecides_data()
+    {
+        QTest::addColumn<int>("button");
+        QTest::addColumn<bool>("refused");
+        QTest::addColumn<QStringList>("boxes");
+        const QString question = QStringLiteral("Please check|Can not open serial port. Are you continue?");
+        const QString warning = QStringLiteral("Warning|Serialport can not open, please check.");
+        QTest::newRow("yes") << int(QMessageBox::Yes) << false << QStringList{question, warning};
+        QTest::newRow("no") << int(QMessageBox::No) << true << QStringList{question};
+    }
+
+    void withoutAPortTheUserDecides()
+    {
+        QFETCH(int, button);
+        setAvailablePortNames([] { return QStringList(); });
+        BoxAnswerer answers(static_cast<QMessageBox::StandardButton>(button));
+        MainWindow window;
+        QTEST(answers.seen(), "boxes");
+        QTEST(window.startRefused(), "refused");
+        QVERIFY(!gSerialPort->isOpen());
+        if (window.startRefused())
+            return;
+
+        RawLine late;
+        setAvailablePortNames([&] { return QStringList{late.tty()}; });
+        window.findChild<QAction *>(QStringLiteral("actionopen"))->trigger();
+        QVERIFY(gSerialPort->isOpen());
+    }
+
+    void aPortThatFailsIsExplained_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("missing") << "/dev/no-such-board" << "no such device";
+        QTest::newRow("not a terminal") << "/dev/null" << "";
+    }
+
+    void aPortThatFailsIsExplained()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, reason);
+        setAvailablePortNames([name] { return QStringList{name}; });
+        BoxAnswerer answers;
+        MainWindow window;
+        QCOMPARE(answers.seen(), QStringList(QStringLiteral("Warning|Serialport can not open, please check.")));
+        QVERIFY2(portState(window).contains(name + QStringLiteral(" - closed: ") + reason), qPrintable(portState(window)));
+    }
+
+    void aHeldPortIsRefused()
+    {
+        RawLine line;
+        QSerialPort holder(line.tty());
+        QVERIFY(holder.open(QIODevice::ReadWrite));
+        setAvailablePortNames([&] { return QStringList{line.tty()}; });
+        BoxAnswerer answers;
+        MainWindow window;
+        QCOMPARE(answers.seen(), QStringList(QStringLiteral("Warning|Serialport can not open, please check.")));
+        QVERIFY(portState(window).contains(QStringLiteral("another program")));
+    }
+
+    void slotsThatNothingCallsLeaveTheWindowWhole()
+    {
+        RawBench bench;
+        BoxAnswerer answers(QMessageBox::No);
+        bench.window().reOpenSerialPort();
+        answers.setButton(QMessageBox::Yes);
+        bench.window().NoSP_config();
+        QCOMPARE(answers.seen(), (QStringList{QStringLiteral("Please select|Contiue or quit.?"),
+                                              QStringLiteral("Warning|No Available Serialport is found")}));
+        QVERIFY(!bench.text("lineEdit_sysworkmode").isNull());
+    }
+};
+
+QTEST_MAIN(TestStart)
+#include "tst_start.moc"
