@@ -1,4 +1,5 @@
 #include "app/mainwindow.h"
+#include "app/display.h"
 #include "app/textview.h"
 #include "link/serialline.h"
 #include "ui_mainwindow.h"
@@ -13,6 +14,21 @@ using Decoder = void (MainWindow::*)(uint8_t, uint32_t, QByteArray);
 constexpr std::array<Decoder, protocol::kModuleCount> decoders = {
     nullptr,
     &MainWindow::SYSDataFrameUnpack,
+    &MainWindow::CMUDataFrameUnpack,
+    &MainWindow::XBICDataFrameUnpack,
+    &MainWindow::SMPUDataFrameUnpack,
+    &MainWindow::REG_PDataFrameUnpack,
+    &MainWindow::CRCDataFrameUnpack,
+    &MainWindow::MEMUDataFrameUnpack,
+    &MainWindow::INTCMDataFrameUnpack,
+    &MainWindow::BISTDataFrameUnpack,
+    &MainWindow::PMCDataFrameUnpack,
+    &MainWindow::SWTDataFrameUnpack,
+    &MainWindow::FCCUDataFrameUnpack,
+    &MainWindow::RESETDataFrameUnpack,
+    &MainWindow::VG5kDataFrameUnpack,
+    &MainWindow::CSEDataFrameUnpack,
+    &MainWindow::SPTDataFrameUnpack,
 };
 
 } // namespace
@@ -21,6 +37,7 @@ void MainWindow::receiveData()
 {
     const QByteArray chunk = gSerialPort->isOpen() ? gSerialPort->readAll() : QByteArray();
     m_receive.rxPending = Receivedata_Unpacking(m_receive.join(chunk), m_receive.rxFrames, m_receive.rxRemainder);
+    const display::Batch batch;
     // A decoder may wait and so let a further arrival replace the list: size and element are read anew at each step.
     for (int i = 0; i < m_receive.rxFrames.size(); ++i)
         dispatch(frameData(m_receive.rxFrames.at(i)));
@@ -36,7 +53,7 @@ void MainWindow::dispatch(const frameData &frame)
 {
     if (frame.moduleId == static_cast<uint8_t>(protocol::ModuleId::Text)) {
         textview::append(*ui->textBrowser_temp, {QString::fromLatin1(frame.data.constData())});
-    } else if (frame.moduleId < decoders.size() && decoders[frame.moduleId]) {
+    } else if (frame.moduleId < decoders.size()) {
         (this->*decoders[frame.moduleId])(frame.dataType, frame.dataLength, frame.data);
     }
 }

@@ -1,5 +1,7 @@
 #include "app/indicators.h"
 
+#include "app/display.h"
+
 #include <QHash>
 #include <QRegularExpression>
 #include <QWidget>
@@ -57,6 +59,17 @@ QString meaningIn(const QString &toolTip, const ColourName &colour)
     return toolTip.mid(from, end < 0 ? -1 : end - from);
 }
 
+void paintNow(QWidget *widget, const QString &styleSheet)
+{
+    if (widget->styleSheet() == styleSheet)
+        return;
+    widget->setStyleSheet(styleSheet);
+    if (const ColourName *colour = knownColourOf(styleSheet)) {
+        widget->setAccessibleDescription(QStringLiteral("%1: %2").arg(QString::fromLatin1(colour->name),
+                                                                      meaningIn(widget->toolTip(), *colour)));
+    }
+}
+
 } // namespace
 
 QString background(const char *colour)
@@ -66,13 +79,8 @@ QString background(const char *colour)
 
 void paint(QWidget *widget, const QString &styleSheet)
 {
-    if (widget->styleSheet() == styleSheet)
-        return;
-    widget->setStyleSheet(styleSheet);
-    if (const ColourName *colour = knownColourOf(styleSheet)) {
-        widget->setAccessibleDescription(QStringLiteral("%1: %2").arg(QString::fromLatin1(colour->name),
-                                                                      meaningIn(widget->toolTip(), *colour)));
-    }
+    // A label's text waits under the label's own address, its colour under that of a part of it.
+    display::later(reinterpret_cast<const char *>(widget) + 1, [widget, styleSheet] { paintNow(widget, styleSheet); });
 }
 
 void paint(QWidget *widget, const char *colour)

@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QFile>
 #include <QListView>
+#include <QRegularExpressionValidator>
 
 // Outside any namespace, as the macro wants it.
 static void loadResources()
@@ -86,7 +87,8 @@ void MainWindow::connectActions()
 // Before the port is chosen: what the questions are asked over.
 void MainWindow::prepareForm()
 {
-    for (QLabel *unused : {ui->label_core0clk_fmin_7, ui->label_core0clk_fmin_8})
+    for (QLabel *unused : {ui->label_core0clk_fmin_7, ui->label_core0clk_fmin_8, ui->label_core0clk_fmin_9,
+                           ui->label_core0clk_fmin_10})
         unused->hide();
     ui->tabWidget_safety->setCurrentIndex(0);
     ui->tabWidget_security->setCurrentIndex(0);
@@ -95,12 +97,38 @@ void MainWindow::prepareForm()
     m_portState->setAccessibleName(tr("Serial port"));
     statusBar()->addWidget(m_portState, 1);
     showPortState();
+    prepareInputs();
+    prepareCse();
 }
 
-// Idle colours, leftovers out of sight, validators, drop-down lists that the style sheet reaches.
+// What the board can read is what can be typed.
+void MainWindow::prepareInputs()
+{
+    const auto restrict = [](const QList<QLineEdit *> &fields, const char *pattern, const char *example) {
+        for (QLineEdit *field : fields) {
+            field->setValidator(new QRegularExpressionValidator(QRegularExpression(QString::fromLatin1(pattern)), field));
+            field->setPlaceholderText(QString::fromLatin1(example));
+        }
+    };
+    restrict({ui->lineEdit_memu_1, ui->lineEdit_memu_2, ui->lineEdit_memu_3, ui->lineEdit_memu_4, ui->lineEdit_memu_5,
+              ui->lineEdit_reg_writedata, ui->lineEdit_reg_turnonsoft1, ui->lineEdit_reg_turnonsoft2,
+              ui->lineEdit_reg_turnonhard},
+             "[a-fA-F0-9]+$", "Hex, range: 0-F");
+    restrict({ui->lineEdit_intcm1, ui->lineEdit_intcm1_2}, "[0-9]+$", "Dec, range: 0-9");
+}
+
+// Idle colours, leftovers out of sight, drop-down lists that the style sheet reaches.
 void MainWindow::prepareFields()
 {
+    const auto labels = findChildren<QLabel *>();
+    for (QLabel *label : labels) {
+        const QVariant colour = label->property("indicator");
+        if (colour.isValid())
+            indicator::paint(label, colour == QLatin1String("white") ? indicator::kWhite : indicator::kGrey);
+    }
     ui->tabWidget_function->removeTab(ui->tabWidget_function->indexOf(ui->tab_commandLine));
+    ui->checkBox_softlock_2->hide();
+    ui->checkBox_hardlock_2->hide();
     const auto boxes = findChildren<QComboBox *>();
     for (QComboBox *box : boxes)
         box->setView(new QListView(box));

@@ -1,16 +1,34 @@
 #include "app/messagebox.h"
 
+#include "app/display.h"
+
 #include <QSet>
 
-QMessageBox::StandardButton inform(QWidget *parent, const QString &title, const QString &text,
-                                   QMessageBox::StandardButtons buttons, QMessageBox::StandardButton defaultButton)
+namespace {
+
+QMessageBox::StandardButton answerTo(QMessageBox &box, QMessageBox::StandardButton defaultButton)
 {
-    QMessageBox box(QMessageBox::Information, title, text, buttons, parent);
+    const display::Pause pause;
     box.setTextFormat(Qt::PlainText);
     if (defaultButton != QMessageBox::NoButton)
         box.setDefaultButton(defaultButton);
     box.exec();
     return box.standardButton(box.clickedButton());
+}
+
+} // namespace
+
+QMessageBox::StandardButton inform(QWidget *parent, const QString &title, const QString &text,
+                                   QMessageBox::StandardButtons buttons, QMessageBox::StandardButton defaultButton)
+{
+    QMessageBox box(QMessageBox::Information, title, text, buttons, parent);
+    return answerTo(box, defaultButton);
+}
+
+bool ask(QWidget *parent, const QString &title, const QString &text)
+{
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, parent);
+    return answerTo(box, QMessageBox::No) == QMessageBox::Yes;
 }
 
 void informOnce(QWidget *parent, const QString &title, const QString &text, QMessageBox::StandardButton button)

@@ -11,3 +11,6 @@ QMessageBox::StandardButton inform(QWidget *parent, const QString &title, const 
 /// The same, but opens nothing while a box with the same title and text is still open: reports that come as fast as
 /// the line carries them do not stack.
 void informOnce(QWidget *parent, const QString &title, const QString &text, QMessageBox::StandardButton button);
+
+/// A question with Yes and No, No the default; true for Yes.
+bool ask(QWidget *parent, const QString &title, const QString &text);

@@ -1,3 +1,4 @@
+#include "app/display.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
 #include "link/commandchannel.h"
@@ -8,6 +9,7 @@
 
 void MainWindow::labelBitSet(qint8 num, QString labelName, QString labelcolor, QBitArray array, qint8 delay)
 {
+    const display::Pause pause;
     const QString style = QStringLiteral("background-color: ") + labelcolor;
     for (int k = 0; k < std::min<int>(num, array.size()); ++k) {
         if (!array.testBit(k))
@@ -21,6 +23,7 @@ void MainWindow::labelBitSet(qint8 num, QString labelName, QString labelcolor, Q
 
 void MainWindow::labeltwinkle(QWidget *widget, int halfPeriod, QString finalStyle, QString blinkStyle, int blinks)
 {
+    const display::Pause pause;
     for (int i = 0; i < blinks; ++i) {
         delayMs(halfPeriod);
         indicator::paint(widget, blinkStyle);
@@ -32,6 +35,7 @@ void MainWindow::labeltwinkle(QWidget *widget, int halfPeriod, QString finalStyl
 void MainWindow::tolabeltwinkle(QWidget *first, QWidget *second, int halfPeriod, QString finalStyle,
                                 QString blinkStyle, int blinks)
 {
+    const display::Pause pause;
     for (int i = 0; i < blinks; ++i) {
         delayMs(halfPeriod);
         indicator::paint(first, blinkStyle);

@@ -1,5 +1,7 @@
 #include "app/textview.h"
 
+#include "app/display.h"
+
 #include <QScrollBar>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -40,6 +42,11 @@ void replace(QTextEdit &view, const QStringList &paragraphs)
     if (!paragraphs.isEmpty())
         insertAtEnd(view, paragraphs);
     view.verticalScrollBar()->setValue(0);
+}
+
+void show(QTextEdit *view, const QStringList &paragraphs)
+{
+    display::later(view, [view, paragraphs] { replace(*view, paragraphs); });
 }
 
 } // namespace textview

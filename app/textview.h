@@ -13,4 +13,7 @@ void append(QTextEdit &view, const QStringList &paragraphs);
 /// Puts the paragraphs in place of all text, in one edit; the view shows the start.
 void replace(QTextEdit &view, const QStringList &paragraphs);
 
+/// replace(), once for all frames of one arrival.
+void show(QTextEdit *view, const QStringList &paragraphs);
+
 } // namespace textview

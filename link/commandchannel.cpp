@@ -12,6 +12,11 @@ namespace {
 
 constexpr int kRoundMs = 10;
 
+// A wait inside a wait inside a wait ... : each stands on the stack until the innermost one is over. From this depth on
+// the user's clicks and keys are left in the queue, so that they start no further handler.
+constexpr int kDeepest = 32;
+int depth = 0;
+
 } // namespace
 
 void sendCommand(const QString &command)
@@ -25,8 +30,11 @@ void delayMs(int milliseconds)
     // Something to wake up for: a round without events would otherwise either spin or never end.
     QTimer wake;
     wake.setTimerType(Qt::PreciseTimer);
+    const auto events = depth < kDeepest ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents;
+    ++depth;
     while (QTime::currentTime() < deadline) {
         wake.start(std::clamp(QTime::currentTime().msecsTo(deadline), 1, kRoundMs));
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+        QCoreApplication::processEvents(events | QEventLoop::WaitForMoreEvents);
     }
+    --depth;
 }

@@ -1,15 +1,19 @@
 // System status: operating mode, firmware version, restart notice, and the commands of the System menu.
 #include "protocol/sys.h"
 
+#include "app/display.h"
 #include "app/mainwindow.h"
 #include "link/commandchannel.h"
 #include "ui_mainwindow.h"
+
+#include <QTimer>
 
 namespace sys = protocol::sys;
 
 namespace {
 
 constexpr int kPollGapMs = 120;
+constexpr int kRefreshDelayMs = 300;
 
 } // namespace
 
@@ -31,14 +35,28 @@ void MainWindow::Get_Status()
     }
 }
 
+// Each notice gets a timer of its own; none is stopped.
+void MainWindow::startRefresh()
+{
+    m_reset.resetTimer = new QTimer(this);
+    m_reset.resetTimer->setSingleShot(true);
+    connect(m_reset.resetTimer, &QTimer::timeout, this, &MainWindow::resetUpdate);
+    connect(m_reset.resetTimer, &QTimer::timeout, m_reset.resetTimer, &QObject::deleteLater);
+    m_reset.resetTimer->start(kRefreshDelayMs);
+}
+
 void MainWindow::SYSDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
     switch (type) {
     case sys::OperatingModeReport:
-        ui->lineEdit_sysworkmode->setText(sys::modeName(sys::decodeOperatingMode(payload)));
+        display::text(ui->lineEdit_sysworkmode, sys::modeName(sys::decodeOperatingMode(payload)));
         break;
     case sys::FirmwareVersionReport:
-        ui->lineEdit_firewareVision->setText(sys::versionText(sys::decodeFirmwareVersion(payload)));
+        display::text(ui->lineEdit_firewareVision, sys::versionText(sys::decodeFirmwareVersion(payload)));
+        break;
+    case sys::RestartNoticeReport:
+        if (sys::decodeRestartNotice(payload))
+            startRefresh();
         break;
     default:
         break;

@@ -3,6 +3,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QMenuBar>
 #include <QMetaMethod>
 #include <QRegularExpression>
@@ -140,6 +141,8 @@ private slots:
     void everythingFits()
     {
         QFETCH(QSize, size);
+        const QSize least = m_bench->window().minimumSizeHint();
+        QVERIFY2(least.width() <= size.width() && least.height() <= size.height(), qPrintable(sizesOfPages()));
         m_bench->window().resize(size);
         QTRY_COMPARE(m_bench->window().size(), size);
         const auto widgets = m_bench->window().centralWidget()->findChildren<QWidget *>();
@@ -147,7 +150,9 @@ private slots:
             m_bench->turnTo(widget);
             if (!isOurs(widget) || !widget->isVisible())
                 continue;
-            const QSize wanted = widget->minimumSizeHint();
+            QSize wanted = widget->minimumSizeHint();
+            if (!widget->minimumSize().isEmpty()) // chosen, not computed
+                wanted = wanted.boundedTo(widget->minimumSize());
             QVERIFY2(widget->width() >= wanted.width() && widget->height() >= wanted.height(),
                      qPrintable(QStringLiteral("%1 is %2x%3, wants %4x%5").arg(widget->objectName()).arg(widget->width())
                                     .arg(widget->height()).arg(wanted.width()).arg(wanted.height())));
@@ -166,6 +171,27 @@ private slots:
     }
 
 private:
+    // What each page and panel wants at the least, for finding the one that wants too much.
+    QString sizesOfPages()
+    {
+        QStringList lines;
+        for (const char *name : {"tabWidget_function", "tabWidget_safety", "tabWidget_security", "groupBox_FCCU", "widget_sidePanel"}) {
+            auto *parent = m_bench->find<QWidget>(name);
+            auto *tabs = qobject_cast<QTabWidget *>(parent);
+            for (int i = -1; i < (tabs ? tabs->count() : 0); ++i) {
+                const QSize hint = (i < 0 ? parent : tabs->widget(i))->minimumSizeHint();
+                lines.append(QStringLiteral("%1 %2x%3").arg(i < 0 ? QString::fromLatin1(name) : tabs->tabText(i)).arg(hint.width()).arg(hint.height()));
+            }
+        }
+        const auto groups = m_bench->window().findChildren<QGroupBox *>();
+        for (const QGroupBox *group : groups) {
+            const QSize hint = group->minimumSizeHint();
+            if (hint.width() > 350 || hint.height() > 150)
+                lines.append(QStringLiteral("%1 %2x%3").arg(group->objectName()).arg(hint.width()).arg(hint.height()));
+        }
+        return lines.join(QStringLiteral(", "));
+    }
+
     std::unique_ptr<RawBench> m_bench;
 };
 

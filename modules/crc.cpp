@@ -1,0 +1,47 @@
+// Checksum unit: a request, and the log of results.
+#include "protocol/crc.h"
+
+#include "app/display.h"
+#include "app/indicators.h"
+#include "app/mainwindow.h"
+#include "app/textview.h"
+#include "link/commandchannel.h"
+#include "link/serialline.h"
+#include "ui_mainwindow.h"
+
+namespace crc = protocol::crc;
+
+void MainWindow::on_pushButton_CRC_set_clicked()
+{
+    ui->label_CRC_status->setText(QStringLiteral("Wait"));
+    indicator::paint(ui->label_CRC_status, indicator::kGrey);
+    ui->lineEdit_CRC_calTime->clear();
+    ui->textBrowser_CRC_calResult->clear();
+    delayMs(300);
+    const QString command = crc::command(ui->comboBox_CRC_polynomial->currentIndex(),
+                                         ui->comboBox_CRC_instance->currentIndex(),
+                                         ui->comboBox_CRC_channel->currentIndex());
+    gSerialPort->write((command + QStringLiteral("\r\n")).toLatin1());
+}
+
+// The condition logged and the width of the result follow the selectors as they stand now, not as they stood then.
+void MainWindow::CRCDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
+{
+    if (type != crc::ResultReport)
+        return;
+    const crc::Result result = crc::decodeResult(payload);
+    const QString value = crc::valueText(result.value, ui->comboBox_CRC_polynomial->currentIndex());
+    const QString time = QStringLiteral("Calculate Time:") + QString::number(static_cast<double>(result.time), 'f', 6);
+    textview::append(*ui->textBrowser_CRC_calData,
+                     {QStringLiteral("\r\nCRC calculate condition:\r\nCalculate Polynomials: ")
+                          + ui->comboBox_CRC_polynomial->currentText(),
+                      QStringLiteral("Calculate Instance: ") + ui->comboBox_CRC_instance->currentText(),
+                      QStringLiteral("Calculate Channel: ") + ui->comboBox_CRC_channel->currentText(),
+                      QStringLiteral("CRC calculate data size: %1 \r\nData:\r\n").arg(result.size)
+                          + crc::dataText(result.data),
+                      QStringLiteral("Calculate Result:") + value, time});
+    display::text(ui->textBrowser_CRC_calResult, value);
+    display::text(ui->lineEdit_CRC_calTime, time);
+    display::text(ui->label_CRC_status, QStringLiteral("Successful"));
+    indicator::paint(ui->label_CRC_status, indicator::kGreen);
+}

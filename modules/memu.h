@@ -1,0 +1,8 @@
+// What is kept of the memory errors.
+#pragma once
+
+#include "protocol/memu.h"
+
+struct MemuPanel {
+    std::vector<protocol::memu::Fault> faults;
+};

@@ -1,0 +1,87 @@
+// Reset reasons with their fault sources, and the refresh after a restart.
+#include "protocol/reset.h"
+
+#include "app/display.h"
+#include "app/indicators.h"
+#include "app/mainwindow.h"
+#include "app/textview.h"
+#include "link/commandchannel.h"
+#include "protocol/faulttable.h"
+#include "ui_mainwindow.h"
+
+namespace reset = protocol::reset;
+
+namespace {
+
+// A board that restarts without end starts a refresh inside the waits of the one before; more than this show nothing.
+constexpr int kMostRefreshes = 8;
+
+QStringList sourcesOf(const reset::Reasons &report)
+{
+    QStringList lines;
+    for (int flag = 0; flag < reset::kSourceFlagCount; ++flag) {
+        if (!report.sources.testBit(flag))
+            continue;
+        const int fault = reset::faultOfFlag(flag);
+        lines.append(QStringLiteral("Reset Source: ") + protocol::fccu::sourceText(fault));
+        lines.append(QStringLiteral("Fault Description: ") + protocol::fccu::descriptionText(fault)
+                     + QStringLiteral("\r\n"));
+    }
+    return lines;
+}
+
+QStringList describe(const reset::Reasons &report)
+{
+    QStringList lines;
+    for (int flag = 0; flag < reset::kReasonCount; ++flag) {
+        if (!report.reasons.testBit(flag))
+            continue;
+        lines.append(reset::reasonText(flag));
+        lines.append(QString(56, QLatin1Char('-')));
+        if (flag == reset::kFccuShort || flag == reset::kFccuLong)
+            lines.append(sourcesOf(report));
+    }
+    return lines;
+}
+
+} // namespace
+
+void MainWindow::RESETDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
+{
+    if (type == reset::ReasonReport) {
+        const reset::Reasons report = reset::decodeReasons(payload);
+        m_reset.resetReasonBits = report.reasons;
+        m_reset.resetSourceBits = report.sources;
+        m_reset.destructiveResetSeen = m_reset.destructiveResetSeen || report.isDestructive();
+        textview::show(ui->textBrowser_ResetSource, describe(report));
+    } else if (type == reset::EscalationReport) {
+        showEscalation(payload);
+    }
+}
+
+void MainWindow::resetUpdate()
+{
+    if (m_reset.refreshes >= kMostRefreshes)
+        return;
+    ++m_reset.refreshes;
+    const display::Pause pause;
+    ui->textBrowser_fccurecord->clear();
+    sendCommand(QStringLiteral("get 3"));
+    delayMs(20);
+    sendCommand(QStringLiteral("get 4"));
+    delayMs(40);
+    if (m_reset.destructiveResetSeen) {
+        PMC_Status_Reset();
+        m_reset.destructiveResetSeen = false;
+    }
+    if (m_reset.bistResetPending)
+        BISTReset();
+    labeltwinkle(ui->label_reset_stutas, 135, indicator::background(indicator::kGreen),
+                 indicator::background(indicator::kRed), 2);
+    if (m_reset.bistResetPending) {
+        MBIST_sequence();
+        LBIST_sequence();
+        m_reset.bistResetPending = false;
+    }
+    --m_reset.refreshes;
+}

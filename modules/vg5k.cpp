@@ -1,0 +1,79 @@
+// The external safety power chip: regulators, fail-safe state, debug mode, fault counter.
+#include "protocol/vg5k.h"
+
+#include "app/display.h"
+#include "app/indicators.h"
+#include "app/mainwindow.h"
+#include "ui_mainwindow.h"
+
+namespace vg5k = protocol::vg5k;
+
+namespace {
+
+using Form = Ui::MainWindow;
+
+// By bit of the status byte; a set bit means not good and is grey.
+constexpr QLabel *Form::*regulators[] = {
+    &Form::label_vg5kstatus_VLDO1,  &Form::label_vg5kstatus_VLDO2,  &Form::label_vg5kstatus_VBuck3,
+    &Form::label_vg5kstatus_VBuck2, &Form::label_vg5kstatus_VBuck1, &Form::label_vg5kstatus_VBoost,
+    &Form::label_vg5kstatus_VPRE,   &Form::label_vg5kstatus_spi,
+};
+static_assert(std::size(regulators) == 8);
+
+struct StateRow {
+    const char *text;
+    const char *colour;
+};
+
+constexpr StateRow states[] = {
+    {"INIT_FS", "rgb(0,0,0)"},           {"WAIT_ABIST2", "rgb(72,61,139)"}, {"ABIST2", "rgb(30,144,255)"},
+    {"ASSERT_FS0B", "rgb(218,165,32)"},  {"NORMAL_FS", "rgb(91,215,97)"},
+};
+static_assert(std::size(states) == vg5k::NormalFs + 1);
+
+constexpr StateRow unknownState = {"Unknown", "rgb(200,200,200)"};
+
+void showRegulators(const Form &form, quint8 bits)
+{
+    for (std::size_t bit = 0; bit < std::size(regulators); ++bit)
+        indicator::paint(form.*regulators[bit], bits >> bit & 1 ? indicator::kGrey : indicator::kGreen);
+}
+
+void showState(QLineEdit *field, const vg5k::Report &report)
+{
+    const StateRow &row = report.hasValue && report.value < std::size(states) ? states[report.value] : unknownState;
+    display::text(field, QString::fromLatin1(row.text));
+    indicator::paint(field, row.colour);
+}
+
+void showDebug(QLineEdit *field, bool debug)
+{
+    display::text(field, debug ? QStringLiteral("In DEBUG mode") : QStringLiteral("NOT in DEBUG mode"));
+    indicator::paint(field, debug ? indicator::kGrey : indicator::kGreen);
+}
+
+} // namespace
+
+void MainWindow::VG5kDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
+{
+    if (type != vg5k::ItemReport)
+        return;
+    const vg5k::Report report = vg5k::decodeReport(payload);
+    switch (report.item) {
+    case vg5k::Regulators:
+        showRegulators(*ui, report.value);
+        break;
+    case vg5k::FailSafeState:
+        showState(ui->lineEdit_vg5k_Fail, report);
+        break;
+    case vg5k::DebugMode:
+        showDebug(ui->lineEdit_vg5k_debug, report.value & 1);
+        break;
+    case vg5k::FaultCounter:
+        display::later(ui->lcdNumber_vg5k_Fault,
+                       [this, value = report.value] { ui->lcdNumber_vg5k_Fault->display(value); });
+        break;
+    default:
+        break;
+    }
+}

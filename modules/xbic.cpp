@@ -1,0 +1,93 @@
+// Crossbar integrity checkers: five groups from one table, fault paths that blink.
+#include "protocol/xbic.h"
+
+#include "app/display.h"
+#include "app/indicators.h"
+#include "app/mainwindow.h"
+#include "app/messagebox.h"
+#include "app/textview.h"
+#include "link/commandchannel.h"
+#include "ui_mainwindow.h"
+
+#include <array>
+
+namespace xbic = protocol::xbic;
+
+namespace {
+
+using Form = Ui::MainWindow;
+
+constexpr char kTranslucent[] = "rgb(255,255,255,100)";
+
+struct Row {
+    QGroupBox *Form::*group;
+    QLabel *Form::*from;
+    QLabel *Form::*to;
+    const char *lastColour; // of the path's second label
+};
+
+// By checker. The path's end on the last two is no port with a colour of its own: it goes back to translucent white.
+// The double underscore is the widget's name.
+constexpr std::array rows = std::to_array<Row>({
+    {&Form::groupBox_XBIC0, &Form::label_xbic0_k4core0, &Form::label_xbic0_PBRIDGE1, indicator::kGreen},
+    {&Form::groupBox_XBIC1, &Form::label_xbic1_k4core0, &Form::label_xbic1_Flash0, indicator::kGreen},
+    {&Form::groupBox_XBIC2, &Form::label_xbic2_SRAM3, &Form::label_xbic2_SRAM_BANK0, indicator::kGreen},
+    {&Form::groupBox_XBIC3, &Form::label__xbic3_eDMA, &Form::label_xbic3_M4, kTranslucent},
+    {&Form::groupBox_XBIC4, &Form::label_xbic4_K7aTCM_3, &Form::label_xbic4_s4_3, kTranslucent},
+});
+static_assert(rows.size() == xbic::kCheckerCount);
+
+} // namespace
+
+void MainWindow::injectCrossbarFault(int checker)
+{
+    const Row &row = rows.at(static_cast<std::size_t>(checker));
+    if (!(ui.get()->*row.group)->isChecked()) {
+        inform(this, tr("Please check"),
+               QStringLiteral("XBIC%1 is disabled, can not inject fault to XBIC%1.").arg(checker), QMessageBox::Ok);
+        return;
+    }
+    QLabel *const from = ui.get()->*row.from;
+    QLabel *const to = ui.get()->*row.to;
+    tolabeltwinkle(from, to, 150, indicator::background(indicator::kRed), indicator::background(indicator::kGreen), 3);
+    delayMs(2000);
+    indicator::paint(from, indicator::kGreen);
+    indicator::paint(to, row.lastColour);
+    sendCommand(xbic::injectCommand(checker));
+}
+
+// clang-format off
+void MainWindow::on_pushButton_xbicUpdate_clicked() { sendCommand(QString::fromLatin1(xbic::kGetEnables)); }
+void MainWindow::on_pushButton_xbicDefault_clicked() { sendCommand(QString::fromLatin1(xbic::kDefault)); }
+void MainWindow::on_pushButton_xbic_faultrecord_get_clicked() { sendCommand(QString::fromLatin1(xbic::kReadFaults)); }
+void MainWindow::on_pushButton_xbic_faultstatus_clear_clicked() { sendCommand(QString::fromLatin1(xbic::kClearFaults)); }
+void MainWindow::on_groupBox_XBIC0_clicked(bool checked) { sendCommand(xbic::enableCommand(0, checked)); }
+void MainWindow::on_groupBox_XBIC1_clicked(bool checked) { sendCommand(xbic::enableCommand(1, checked)); }
+void MainWindow::on_groupBox_XBIC2_clicked(bool checked) { sendCommand(xbic::enableCommand(2, checked)); }
+void MainWindow::on_groupBox_XBIC3_clicked(bool checked) { sendCommand(xbic::enableCommand(3, checked)); }
+void MainWindow::on_groupBox_XBIC4_clicked(bool checked) { sendCommand(xbic::enableCommand(4, checked)); }
+void MainWindow::on_pushButton_xbic_fault1_clicked() { injectCrossbarFault(0); }
+void MainWindow::on_pushButton_xbic_fault2_clicked() { injectCrossbarFault(1); }
+void MainWindow::on_pushButton_xbic_fault3_clicked() { injectCrossbarFault(2); }
+void MainWindow::on_pushButton_xbic_fault4_clicked() { injectCrossbarFault(3); }
+void MainWindow::on_pushButton_xbic_fault5_clicked() { injectCrossbarFault(4); }
+// clang-format on
+
+void MainWindow::takeCheckers(const QByteArray &payload)
+{
+    m_xbic.enabled = static_cast<quint8>((m_xbic.enabled & ~xbic::kCheckerMask) | xbic::decodeEnables(payload));
+    for (std::size_t n = 0; n < rows.size(); ++n) {
+        QGroupBox *const group = ui.get()->*rows[n].group;
+        display::later(group, [group, on = (m_xbic.enabled >> n & 1) != 0] { group->setChecked(on); });
+    }
+}
+
+void MainWindow::XBICDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
+{
+    if (type == xbic::EnableReport) {
+        takeCheckers(payload);
+    } else if (type == xbic::FaultRecordReport) {
+        m_xbic.faults = xbic::decodeFaults(payload);
+        textview::show(ui->textEdit_xbicFaultRecord, xbic::describe(m_xbic.faults));
+    }
+}

@@ -1,0 +1,34 @@
+// Checksum unit.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace protocol::crc {
+
+enum ReportType : quint8 { ResultReport = 3 };
+
+/// Hard-wired polynomials in the order of the selector.
+enum Polynomial { Crc8Vda = 0, Crc16Ccitt = 1, Crc32Itu = 2, Crc8H2f = 3 };
+
+struct Result {
+    quint32 size = 0;  // announced number of data bytes
+    QByteArray data;   // those bytes, 0 beyond the payload; never more than a frame can carry
+    quint32 value = 0;
+    float time = 0; // microseconds
+
+    bool operator==(const Result &) const = default;
+};
+
+/// Bytes 0-3 size N, then N data bytes, four of the value, four of the time (float); most significant byte first.
+Result decodeResult(const QByteArray &payload);
+
+/// "0x29B1": as many digits as the selected polynomial is wide.
+QString valueText(quint32 value, int polynomial);
+/// The data bytes as the log lists them, in one run.
+QString dataText(const QByteArray &data);
+
+/// "crc 3 1 1": the polynomial counted from 1, instance and channel from 0.
+QString command(int polynomial, int instance, int channel);
+
+} // namespace protocol::crc

@@ -1,0 +1,54 @@
+// Reset reasons and reset escalation.
+#pragma once
+
+#include <QBitArray>
+#include <QByteArray>
+#include <QString>
+
+namespace protocol::reset {
+
+enum ReportType : quint8 { ReasonReport = 1, EscalationReport = 4 };
+
+inline constexpr int kReasonCount = 24;
+inline constexpr int kSourceFlagCount = 128;
+/// Reasons from this flag on are destructive resets.
+inline constexpr int kFirstDestructive = 6;
+/// These reasons come with fault sources: short and long functional reset by the fault collection unit.
+inline constexpr int kFccuShort = 3;
+inline constexpr int kFccuLong = 4;
+
+struct Reasons {
+    QBitArray reasons; // kReasonCount flags
+    QBitArray sources; // kSourceFlagCount flags
+
+    bool isDestructive() const;
+    bool operator==(const Reasons &) const = default;
+};
+
+struct Escalation {
+    quint8 functional = 0; // number of functional resets that make a destructive one; 0: off
+    quint8 destructive = 0; // number of destructive resets that keep the chip in reset; 0: off
+
+    bool operator==(const Escalation &) const = default;
+};
+
+/// Bytes 1-3 reasons, from byte 4 on sources; a byte's most significant bit is its first flag.
+Reasons decodeReasons(const QByteArray &payload);
+Escalation decodeEscalation(const QByteArray &payload);
+
+/// Text of a reason flag, 0 to 23.
+QString reasonText(int flag);
+/// Fault source that a source flag stands for: they are in reverse order.
+constexpr int faultOfFlag(int flag)
+{
+    return kSourceFlagCount - 1 - flag;
+}
+
+enum class Kind { Functional = 1, Destructive = 2 };
+enum class Operation { Toggle = 1, ClearCounter = 2 };
+/// "resetEsca 1 1"
+QString escalationCommand(Kind kind, Operation operation);
+/// "resetEsca 1 3 5"
+QString thresholdCommand(Kind kind, int threshold);
+
+} // namespace protocol::reset

@@ -1,0 +1,19 @@
+# Sourced by the other scripts: installs the Debian packages that are missing.
+
+build_packages=(cmake ninja-build g++ ccache qtbase5-dev libqt5serialport5-dev libssl-dev libboost-dev)
+run_packages=(xvfb xauth fonts-dejavu-core fonts-liberation fonts-noto-cjk)
+
+# need_packages NAME...: quick and silent where all are there; asks sudo only where not root.
+need_packages() {
+    local missing=() name
+    for name in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$name" 2>/dev/null)" = installed ] || missing+=("$name")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    echo "Installing: ${missing[*]}"
+    local as_root=()
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    "${as_root[@]}" apt-get update -qq </dev/null
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" \
+        </dev/null >/dev/null || { echo "Could not install: ${missing[*]}" >&2; return 1; }
+}
