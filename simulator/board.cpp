@@ -86,6 +86,7 @@ void Board::reportFault(quint8 source)
 {
     if (m_faults.report)
         m_faults.report(source);
+    emit faultReported(source);
 }
 
 void Board::clearFault(quint8 source)
@@ -94,9 +95,9 @@ void Board::clearFault(quint8 source)
         m_faults.clear(source);
 }
 
-void Board::restart(ResetKind kind, int reason)
+void Board::restart(ResetKind kind, int reason, int source)
 {
-    if (m_restarting || m_held || (m_resetRule && m_resetRule(kind, reason)))
+    if (m_restarting || m_held || (m_resetRule && m_resetRule(kind, reason, source)))
         return;
     m_restarting = true;
     const unsigned life = ++m_life;

@@ -66,9 +66,10 @@ public:
 
     /// Restarts: silence for kRestartMs, then every unit is reset, the restart notice goes out, and every unit says
     /// what it says after a restart. `reason` is the reset-reason flag that the reset unit then reports.
-    void restart(ResetKind kind, int reason);
-    /// Asked before a restart whether another reset takes its place, or the board stays in reset.
-    using ResetRule = std::function<bool(ResetKind kind, int reason)>;
+    /// A reset by the fault collection unit names the fault source that caused it.
+    void restart(ResetKind kind, int reason, int source = -1);
+    /// Asked before a restart; true when another reset takes its place or the board stays in reset.
+    using ResetRule = std::function<bool(ResetKind kind, int reason, int source)>;
     void setResetRule(ResetRule rule) { m_resetRule = std::move(rule); }
     /// Holds the board in reset until powerCycle(): it takes no command and sends nothing.
     void holdInReset();
@@ -100,6 +101,7 @@ signals:
     void output(const QByteArray &frame);
     void executed(const QString &line);
     void heldInReset();
+    void faultReported(quint8 source);
 
 private:
     void startAgain(ResetKind kind, int reason);

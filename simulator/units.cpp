@@ -8,6 +8,21 @@ using Factory = std::unique_ptr<Unit> (*)(Board &);
 
 constexpr Factory factories[] = {
     makeSystem,
+    makeFaultCollection,
+    makeResetGeneration,
+    makeSelfTest,
+    makeClockMonitors,
+    makePowerManagement,
+    makePowerChip,
+    makeCrossbarCheckers,
+    makeMemoryProtection,
+    makeMemoryErrors,
+    makeRegisterProtection,
+    makeChecksumUnit,
+    makeWatchdogs,
+    makeInterruptMonitor,
+    makeCryptoEngine,
+    makeSignalProcessing,
 };
 
 } // namespace

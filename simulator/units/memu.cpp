@@ -1,0 +1,131 @@
+// Memory errors: three memories with tables of limited length, and the data cache.
+#include "protocol/memu.h"
+
+#include "protocol/payload.h"
+#include "simulator/arguments.h"
+#include "simulator/board.h"
+#include "simulator/unit.h"
+#include "simulator/units.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+using protocol::ModuleId;
+using protocol::PayloadWriter;
+namespace memu = protocol::memu;
+
+struct Memory {
+    const char *name;
+    quint32 base;
+    quint32 size;
+    bool takesData;
+    std::size_t correctable;   // entries that the table holds
+    std::size_t uncorrectable; // entries that the table holds
+    quint8 correctableFault;
+    quint8 uncorrectableFault;
+    quint8 overflowFault;
+};
+
+// In the order of the injections and of the record's type codes.
+constexpr std::array memories = std::to_array<Memory>({
+    {"flash", 0x01000000, 0x400000, false, 20, 1, 22, 23, 24},
+    {"peripheral RAM", 0xFFE00000, 0x4000, true, 2, 1, 19, 20, 21},
+    {"system RAM", 0x40000000, 0x100000, true, 10, 1, 16, 17, 18},
+});
+constexpr quint8 kCacheFault = 96;
+
+class MemoryErrors : public Unit
+{
+public:
+    explicit MemoryErrors(Board &board) : m_board(board)
+    {
+        for (unsigned number = 1; number <= 2 * memories.size(); ++number) {
+            const Memory &memory = memories[(number - 1) / 2];
+            const int count = memory.takesData ? 2 : 1;
+            board.addCommand({QStringLiteral("inject 9 %1").arg(number),
+                              memory.takesData ? QStringLiteral("<offset> <data>") : QStringLiteral("<offset>"),
+                              QStringLiteral("%1-bit error in %2, hexadecimal").arg(number % 2 ? 1 : 2).arg(QLatin1String(memory.name)),
+                              count, count, [this, number](const QStringList &a) { inject(number - 1, a); }});
+        }
+        board.addCommand({QStringLiteral("inject 9 7"), {}, QStringLiteral("data cache error"), 0, 0,
+                          [&board](const QStringList &) { board.reportFault(kCacheFault); }});
+        board.addCommand({QStringLiteral("memu 1"), {}, QStringLiteral("memory fault record"), 0, 0,
+                          [this](const QStringList &) { sendRecord(); }});
+        board.addCommand({QStringLiteral("memu 2"), {}, QStringLiteral("clear memory fault record"), 0, 0,
+                          [this](const QStringList &) {
+                              m_record.clear();
+                              sendRecord();
+                          }});
+        board.addCommand({QStringLiteral("memu 3"), {}, QStringLiteral("clear memory fault status"), 0, 0,
+                          [this](const QStringList &) { clearStatus(); }});
+    }
+
+    QString name() const override { return QStringLiteral("memu"); }
+    void reset(ResetKind, int) override { m_record.clear(); }
+    QString status() const override { return QStringLiteral("%1 errors recorded").arg(m_record.size()); }
+
+private:
+    void inject(unsigned type, const QStringList &arguments)
+    {
+        const Memory &memory = memories[type / 2];
+        const auto offset = hexadecimal(arguments[0], memory.size - 1);
+        if (!offset) {
+            m_board.say(QStringLiteral("%1: the offset is hexadecimal, below %2")
+                            .arg(QLatin1String(memory.name))
+                            .arg(memory.size, 0, 16));
+            return;
+        }
+        if (memory.takesData && !hexadecimal(arguments[1])) {
+            m_board.say(QStringLiteral("%1: the data is a hexadecimal word").arg(QLatin1String(memory.name)));
+            return;
+        }
+        detect(static_cast<quint8>(type), memory, memory.base + *offset);
+    }
+
+    // An address is recorded once; a full table reports its overflow instead.
+    void detect(quint8 type, const Memory &memory, quint32 address)
+    {
+        const bool correctable = type % 2 == 0;
+        const memu::Fault fault = {type, address};
+        const bool known = std::find(m_record.begin(), m_record.end(), fault) != m_record.end();
+        const auto held = static_cast<std::size_t>(
+            std::count_if(m_record.begin(), m_record.end(), [type](const memu::Fault &f) { return f.type == type; }));
+        if (!known && held >= (correctable ? memory.correctable : memory.uncorrectable)) {
+            m_board.reportFault(memory.overflowFault);
+            return;
+        }
+        if (!known)
+            m_record.push_back(fault);
+        m_board.reportFault(correctable ? memory.correctableFault : memory.uncorrectableFault);
+    }
+
+    void sendRecord()
+    {
+        PayloadWriter payload;
+        payload.u8(static_cast<unsigned>(m_record.size()));
+        for (const memu::Fault &fault : m_record)
+            payload.u8(fault.type).u32be(fault.address);
+        m_board.send(ModuleId::Memu, memu::FaultRecordReport, payload.take());
+    }
+
+    void clearStatus()
+    {
+        for (const Memory &memory : memories) {
+            for (const quint8 id : {memory.correctableFault, memory.uncorrectableFault, memory.overflowFault})
+                m_board.clearFault(id);
+        }
+        m_board.clearFault(kCacheFault);
+    }
+
+    Board &m_board;
+    std::vector<memu::Fault> m_record;
+};
+
+} // namespace
+
+std::unique_ptr<Unit> makeMemoryErrors(Board &board)
+{
+    return std::make_unique<MemoryErrors>(board);
+}

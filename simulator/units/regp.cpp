@@ -1,0 +1,122 @@
+// Register protection: one register with a soft and a hard lock, in two address spaces.
+#include "protocol/regp.h"
+
+#include "protocol/payload.h"
+#include "simulator/arguments.h"
+#include "simulator/board.h"
+#include "simulator/unit.h"
+#include "simulator/units.h"
+
+namespace {
+
+using protocol::ModuleId;
+using protocol::PayloadWriter;
+namespace regp = protocol::regp;
+
+constexpr quint32 kResetValue = 0x00000000;
+constexpr quint32 kLockBits = 0x0000000F; // one a byte of the register
+
+class RegisterProtection : public Unit
+{
+public:
+    explicit RegisterProtection(Board &board) : m_board(board)
+    {
+        const auto add = [this, &board](int number, const char *help, void (RegisterProtection::*write)(quint32)) {
+            board.addCommand({QStringLiteral("regP %1").arg(number), QStringLiteral("<data>"), QString::fromLatin1(help), 1, 1,
+                              [this, write](const QStringList &a) { take(a.first(), write); }});
+        };
+        board.addCommand({QStringLiteral("get 8"), {}, QStringLiteral("register protection"), 0, 0,
+                          [this](const QStringList &) { sendStatus(); }});
+        board.addCommand({QStringLiteral("regP 1"), {}, QStringLiteral("soft lock off"), 0, 0,
+                          [this](const QStringList &) {
+                              unlock();
+                              sendStatus();
+                          }});
+        add(2, "soft lock by writing the mirror space", &RegisterProtection::writeMirror);
+        add(3, "soft lock by its bit, then write", &RegisterProtection::lockThenWrite);
+        add(4, "hard lock, then write the mirror space", &RegisterProtection::hardLockThenWrite);
+        add(5, "write the register", &RegisterProtection::write);
+    }
+
+    QString name() const override { return QStringLiteral("regp"); }
+    // The locks outlive a functional reset.
+    void reset(ResetKind kind, int) override
+    {
+        if (kind != ResetKind::Functional)
+            m_value = kResetValue, m_softLock = 0, m_hardLock = false;
+    }
+    QString status() const override
+    {
+        return QStringLiteral("register 0x%1, soft lock %2, hard lock %3")
+            .arg(m_value, 8, 16, QLatin1Char('0'))
+            .arg(m_softLock ? QStringLiteral("on") : QStringLiteral("off"),
+                 m_hardLock ? QStringLiteral("on") : QStringLiteral("off"));
+    }
+
+private:
+    void take(const QString &text, void (RegisterProtection::*write)(quint32))
+    {
+        const auto value = hexadecimal(text);
+        if (!value) {
+            m_board.say(QStringLiteral("the data is a hexadecimal word"));
+            return;
+        }
+        (this->*write)(*value);
+        sendStatus();
+    }
+
+    void write(quint32 value)
+    {
+        if (m_softLock)
+            m_board.say(QStringLiteral("the register is locked: write ignored"));
+        else
+            m_value = value;
+    }
+
+    void setSoftLock(quint32 bits)
+    {
+        if (m_hardLock)
+            m_board.say(QStringLiteral("the lock bits are hard-locked: change ignored"));
+        else
+            m_softLock = bits;
+    }
+
+    // A write through the mirror space writes the register and locks it.
+    void writeMirror(quint32 value)
+    {
+        write(value);
+        setSoftLock(kLockBits);
+    }
+
+    void lockThenWrite(quint32 value)
+    {
+        setSoftLock(kLockBits);
+        write(value);
+    }
+
+    void hardLockThenWrite(quint32 value)
+    {
+        m_hardLock = true;
+        writeMirror(value);
+    }
+
+    void unlock() { setSoftLock(0); }
+
+    void sendStatus()
+    {
+        m_board.send(ModuleId::RegProt, regp::StatusReport,
+                     PayloadWriter().u8(m_hardLock).u32le(m_softLock).u32le(m_value).u32le(m_value).take());
+    }
+
+    Board &m_board;
+    quint32 m_value = kResetValue;
+    quint32 m_softLock = 0;
+    bool m_hardLock = false;
+};
+
+} // namespace
+
+std::unique_ptr<Unit> makeRegisterProtection(Board &board)
+{
+    return std::make_unique<RegisterProtection>(board);
+}

@@ -1,0 +1,167 @@
+// System memory protection: five regions whose rights are checked when an access is made.
+#include "protocol/smpu.h"
+
+#include "protocol/payload.h"
+#include "simulator/arguments.h"
+#include "simulator/board.h"
+#include "simulator/unit.h"
+#include "simulator/units.h"
+
+#include <array>
+
+namespace {
+
+using protocol::ModuleId;
+using protocol::PayloadWriter;
+namespace smpu = protocol::smpu;
+
+constexpr quint8 kR = smpu::ReadOnly;
+constexpr quint8 kRW = smpu::ReadWrite;
+constexpr quint8 kNo = smpu::NoAccess;
+
+// Selector, unit on, valid, rights of K4, K7a and K7b, cache inhibit, start, end.
+constexpr std::array defaults = std::to_array<smpu::Region>({
+    {7, true, true, {kRW, kR, kR}, true, 0x40000000, 0x4000FFFF},     // system RAM, SMPU0
+    {0, true, true, {kR, kR, kNo}, false, 0x01000000, 0x013FFFFF},    // main flash
+    {1, true, true, {kR, kNo, kNo}, false, 0x00400000, 0x00403FFF},   // UTEST flash
+    {4, true, true, {kR, kNo, kNo}, true, 0x00800000, 0x0080FFFF},    // EEPROM flash
+    {15, true, true, {kRW, kNo, kNo}, true, 0x50800000, 0x5080FFFF},  // RAM of K4
+});
+constexpr quint8 kSmpu0Region = 7;
+
+struct Access {
+    quint8 master;
+    bool write;
+    quint32 address;
+};
+
+// By number of the injection.
+constexpr std::array accesses = std::to_array<Access>({
+    {1, true, 0x40000400},  // K7a writes system RAM
+    {2, false, 0x01020000}, // K7b reads main flash
+    {0, true, 0x00400100},  // K4 writes UTEST flash
+    {0, true, 0x00800040},  // K4 writes EEPROM flash
+    {0, true, 0x01000200},  // K4 writes main flash
+    {1, true, 0x50800010},  // K7a writes the RAM of K4
+});
+
+constexpr quint8 kSmpu0Fault = 104;
+constexpr quint8 kSmpu1Fault = 105;
+constexpr std::size_t kRecordLimit = 255;
+
+class MemoryProtection : public Unit
+{
+public:
+    explicit MemoryProtection(Board &board) : m_board(board)
+    {
+        const auto add = [&board](const char *words, const char *help, Board::Handler run) {
+            board.addCommand({QString::fromLatin1(words), {}, QString::fromLatin1(help), 0, 0, std::move(run)});
+        };
+        add("get 5", "memory protection regions", [this](const QStringList &) { sendRegions(); });
+        add("smpu 1", "all protection on", [this](const QStringList &) { turnAll(true); });
+        add("smpu 2", "all protection off", [this](const QStringList &) { turnAll(false); });
+        add("smpu 3", "regions to their defaults", [this](const QStringList &) {
+            m_regions = defaults;
+            sendRegions();
+        });
+        add("smpu 4", "memory protection fault record", [this](const QStringList &) { sendRecord(); });
+        add("smpu 5", "clear memory protection faults", [this](const QStringList &) { clearFaults(); });
+        board.addCommand({QStringLiteral("inject 6"), QStringLiteral("<1-6>"), QStringLiteral("forbidden access"), 1, 1,
+                          [this](const QStringList &a) { inject(a.first()); }});
+    }
+
+    QString name() const override { return QStringLiteral("smpu"); }
+    void reset(ResetKind, int) override
+    {
+        m_regions = defaults;
+        m_record.clear();
+    }
+    QString status() const override
+    {
+        return QStringLiteral("protection %1, %2 faults recorded")
+            .arg(m_regions.front().unitOn ? QStringLiteral("on") : QStringLiteral("off"))
+            .arg(m_record.size());
+    }
+
+private:
+    static PayloadWriter &halves(PayloadWriter &payload, quint32 address)
+    {
+        return payload.u16be(address & 0xFFFF).u16be(address >> 16);
+    }
+
+    void sendRegions()
+    {
+        for (const smpu::Region &region : m_regions) {
+            PayloadWriter payload;
+            payload.u8(static_cast<unsigned>(region.selector << 4 | region.unitOn << 3 | region.valid << 2 | region.rights[0]));
+            payload.u8(static_cast<unsigned>(region.rights[1] << 6 | region.rights[2] << 4 | region.cacheInhibit << 3));
+            halves(payload, region.start);
+            halves(payload, region.end);
+            m_board.send(ModuleId::Smpu, smpu::RegionReport, payload.take());
+        }
+    }
+
+    void turnAll(bool on)
+    {
+        for (smpu::Region &region : m_regions)
+            region.unitOn = region.valid = on;
+        sendRegions();
+    }
+
+    const smpu::Region *forbidding(const Access &access) const
+    {
+        const quint8 needed = access.write ? smpu::WriteOnly : smpu::ReadOnly;
+        for (const smpu::Region &region : m_regions) {
+            const bool inside = access.address >= region.start && access.address <= region.end;
+            if (inside && region.unitOn && region.valid && !(region.rights[access.master] & needed))
+                return &region;
+        }
+        return nullptr;
+    }
+
+    void inject(const QString &text)
+    {
+        const auto number = decimal(text, accesses.size());
+        if (!number || *number == 0) {
+            m_board.say(QStringLiteral("inject 6 takes a number from 1 to 6"));
+            return;
+        }
+        const Access &access = accesses[*number - 1];
+        const smpu::Region *region = forbidding(access);
+        if (!region) {
+            m_board.say(QStringLiteral("access to 0x%1 allowed: no fault").arg(access.address, 8, 16, QLatin1Char('0')));
+            return;
+        }
+        if (m_record.size() < kRecordLimit)
+            m_record.push_back({access.master, access.write, access.address});
+        m_board.reportFault(region->selector == kSmpu0Region ? kSmpu0Fault : kSmpu1Fault);
+        sendRecord();
+    }
+
+    void sendRecord()
+    {
+        PayloadWriter payload;
+        for (const smpu::Fault &fault : m_record)
+            payload.u8(static_cast<unsigned>(fault.master | fault.write << 4)).u32le(fault.address);
+        m_board.send(ModuleId::Smpu, smpu::FaultRecordReport, payload.take());
+    }
+
+    void clearFaults()
+    {
+        m_record.clear();
+        m_board.clearFault(kSmpu0Fault);
+        m_board.clearFault(kSmpu1Fault);
+        sendRecord();
+    }
+
+    Board &m_board;
+    std::array<smpu::Region, defaults.size()> m_regions = defaults;
+    std::vector<smpu::Fault> m_record;
+};
+
+} // namespace
+
+std::unique_ptr<Unit> makeMemoryProtection(Board &board)
+{
+    return std::make_unique<MemoryProtection>(board);
+}

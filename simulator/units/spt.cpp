@@ -1,0 +1,99 @@
+// Signal processing accelerator: a frame counter that advances, and two memory faults.
+#include "protocol/spt.h"
+
+#include "protocol/payload.h"
+#include "simulator/board.h"
+#include "simulator/unit.h"
+#include "simulator/units.h"
+
+#include <QElapsedTimer>
+
+namespace {
+
+using protocol::ModuleId;
+using protocol::PayloadWriter;
+namespace spt = protocol::spt;
+
+constexpr int kFramesPerSecond = 20;
+constexpr int kReportMs = 1000;
+constexpr std::size_t kRecordLimit = 255;
+
+// The fault collection unit has no source for these two: the nearest ones are the memories of the accelerator.
+struct MemoryFault {
+    quint32 code;
+    quint8 faultId;
+};
+constexpr MemoryFault kOram = {1, 121};
+constexpr MemoryFault kTram = {2, 115};
+
+class SignalProcessing : public Unit
+{
+public:
+    explicit SignalProcessing(Board &board) : m_board(board)
+    {
+        const auto add = [&board](const char *words, const char *help, Board::Handler run) {
+            board.addCommand({QString::fromLatin1(words), {}, QString::fromLatin1(help), 0, 0, std::move(run)});
+        };
+        add("inject 10 1", "operand RAM parity error", [this](const QStringList &) { detect(kOram); });
+        add("inject 10 2", "twiddle RAM content error", [this](const QStringList &) { detect(kTram); });
+        add("spt 1", "signal processing fault record", [this](const QStringList &) { sendRecord(); });
+        add("spt 2", "clear signal processing faults", [this](const QStringList &) { clearFaults(); });
+    }
+
+    QString name() const override { return QStringLiteral("spt"); }
+    void reset(ResetKind, int) override
+    {
+        m_record.clear();
+        m_running.start();
+        m_board.after(kReportMs, [this] { sendCount(); });
+    }
+    QString status() const override
+    {
+        return QStringLiteral("%1 radar frames, %2 faults recorded").arg(frames()).arg(m_record.size());
+    }
+
+private:
+    quint32 frames() const { return static_cast<quint32>(m_running.elapsed() * kFramesPerSecond / 1000); }
+
+    void sendCount()
+    {
+        m_board.send(ModuleId::Spt, spt::FrameCountReport, PayloadWriter().u32be(frames()).take());
+        m_board.after(kReportMs, [this] { sendCount(); });
+    }
+
+    void detect(const MemoryFault &fault)
+    {
+        if (m_record.size() < kRecordLimit)
+            m_record.push_back(fault.code);
+        m_board.reportFault(fault.faultId);
+        sendRecord();
+    }
+
+    void sendRecord()
+    {
+        PayloadWriter payload;
+        payload.u8(static_cast<unsigned>(m_record.size()));
+        for (const quint32 code : m_record)
+            payload.u32be(code);
+        m_board.send(ModuleId::Spt, spt::FaultRecordReport, payload.take());
+    }
+
+    void clearFaults()
+    {
+        m_record.clear();
+        m_board.clearFault(kOram.faultId);
+        m_board.clearFault(kTram.faultId);
+        sendRecord();
+    }
+
+    Board &m_board;
+    std::vector<quint32> m_record;
+    QElapsedTimer m_running;
+};
+
+} // namespace
+
+std::unique_ptr<Unit> makeSignalProcessing(Board &board)
+{
+    return std::make_unique<SignalProcessing>(board);
+}

@@ -1,0 +1,156 @@
+// Software watchdogs: one a core. The firmware serves them in time, unless told not to.
+#include "protocol/swt.h"
+
+#include "protocol/payload.h"
+#include "simulator/arguments.h"
+#include "simulator/board.h"
+#include "simulator/resetreason.h"
+#include "simulator/unit.h"
+#include "simulator/units.h"
+
+#include <QElapsedTimer>
+
+#include <array>
+
+namespace {
+
+using protocol::ModuleId;
+using protocol::PayloadWriter;
+namespace swt = protocol::swt;
+
+struct Watchdog {
+    bool on = true;
+    unsigned mode = 0;
+    unsigned timeoutMs = 100;
+    bool starved = false; // no longer served: it runs out
+};
+
+constexpr quint8 kFirstFault = 13; // of watchdog 0
+constexpr int kReactionMs = 1000;  // from the report of a time-out to the reset that it causes
+constexpr unsigned kLongestMs = 65535;
+
+class Watchdogs : public Unit
+{
+public:
+    explicit Watchdogs(Board &board) : m_board(board)
+    {
+        const auto add = [&board](const char *words, const char *arguments, const char *help, int count, Board::Handler run) {
+            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help), count,
+                              count, std::move(run)});
+        };
+        add("get 2", "", "watchdogs", 0, [this](const QStringList &) { sendAll(); });
+        add("swt 1", "<watchdog> <ms>", "fixed service sequence and time-out", 2, [this](const QStringList &a) { configure(0, a); });
+        add("swt 2", "<watchdog> <ms>", "keyed service sequence and time-out", 2, [this](const QStringList &a) { configure(1, a); });
+        add("swt 3", "<watchdog>", "switch a watchdog on (4: all)", 1, [this](const QStringList &a) { turn(a.first(), true); });
+        add("swt 4", "<watchdog>", "switch a watchdog off (4: all)", 1, [this](const QStringList &a) { turn(a.first(), false); });
+        add("swt 5", "", "watchdogs to their defaults", 0, [this](const QStringList &) {
+            m_watchdogs = {};
+            sendAll();
+        });
+        add("inject 3 1", "", "watchdog 0 runs out", 0, [this](const QStringList &) { starve(); });
+        add("inject 3 2", "", "invalid access to watchdog 0", 0, [this](const QStringList &) { accessWrongly(); });
+    }
+
+    QString name() const override { return QStringLiteral("swt"); }
+    void reset(ResetKind, int) override
+    {
+        m_watchdogs = {};
+        m_served.start();
+    }
+    QString status() const override
+    {
+        const auto count = [this](const Watchdog &w) {
+            return w.on ? QStringLiteral("%1 of %2 ms").arg(m_served.elapsed() % w.timeoutMs).arg(w.timeoutMs)
+                        : QStringLiteral("off");
+        };
+        return QStringLiteral("%1, %2, %3").arg(count(m_watchdogs[0]), count(m_watchdogs[1]), count(m_watchdogs[2]));
+    }
+
+private:
+    void send(unsigned number)
+    {
+        const Watchdog &watchdog = m_watchdogs[number];
+        const quint32 counts = watchdog.timeoutMs * swt::kCountsPerMs;
+        m_board.send(ModuleId::Swt, swt::StatusReport,
+                     PayloadWriter().u8(number << 6 | watchdog.mode << 4 | (watchdog.on ? 8U : 0U)).u32be(counts / 2)
+                         .u32be(counts).take());
+    }
+
+    void sendAll()
+    {
+        for (unsigned i = 0; i < m_watchdogs.size(); ++i)
+            send(i);
+    }
+
+    void configure(unsigned mode, const QStringList &arguments)
+    {
+        const auto number = decimal(arguments[0], swt::kWatchdogCount);
+        const auto timeout = decimal(arguments[1], kLongestMs);
+        if (!number || *number == 0 || !timeout || *timeout == 0) {
+            m_board.say(QStringLiteral("usage: swt <mode> <watchdog 1-3> <1-65535 ms>"));
+            return;
+        }
+        Watchdog &watchdog = m_watchdogs[*number - 1];
+        watchdog.mode = mode;
+        watchdog.timeoutMs = *timeout;
+        send(*number - 1);
+    }
+
+    void turn(const QString &text, bool on)
+    {
+        const auto number = decimal(text, swt::kAll);
+        if (!number || *number == 0) {
+            m_board.say(QStringLiteral("a watchdog is a number from 1 to 3, 4 for all"));
+            return;
+        }
+        for (unsigned i = 0; i < m_watchdogs.size(); ++i) {
+            if (*number == swt::kAll || *number == i + 1) {
+                m_watchdogs[i].on = on;
+                send(i);
+            }
+        }
+    }
+
+    // From now on watchdog 0 is not served. Switched off meanwhile, it does not count.
+    void starve()
+    {
+        Watchdog &watchdog = m_watchdogs[0];
+        if (!watchdog.on) {
+            m_board.say(QStringLiteral("SWT0 is off: it does not count"));
+            return;
+        }
+        if (watchdog.starved)
+            return;
+        watchdog.starved = true;
+        m_board.after(static_cast<int>(watchdog.timeoutMs), [this] { runOut(); });
+    }
+
+    void runOut()
+    {
+        if (!m_watchdogs[0].on) {
+            m_watchdogs[0].starved = false;
+            return;
+        }
+        m_board.reportFault(kFirstFault);
+        m_board.after(kReactionMs, [this] { m_board.restart(ResetKind::Functional, FccuLongFunctional, kFirstFault); });
+    }
+
+    void accessWrongly()
+    {
+        if (m_watchdogs[0].on)
+            m_board.reportFault(kFirstFault);
+        else
+            m_board.say(QStringLiteral("SWT0 is off: the access goes unnoticed"));
+    }
+
+    Board &m_board;
+    std::array<Watchdog, swt::kWatchdogCount> m_watchdogs;
+    QElapsedTimer m_served;
+};
+
+} // namespace
+
+std::unique_ptr<Unit> makeWatchdogs(Board &board)
+{
+    return std::make_unique<Watchdogs>(board);
+}

@@ -1,0 +1,129 @@
+// Crossbar integrity checkers: enables, and errors injected on one path of each.
+#include "protocol/xbic.h"
+
+#include "protocol/payload.h"
+#include "simulator/arguments.h"
+#include "simulator/board.h"
+#include "simulator/unit.h"
+#include "simulator/units.h"
+
+#include <array>
+
+namespace {
+
+using protocol::ModuleId;
+using protocol::PayloadWriter;
+namespace xbic = protocol::xbic;
+
+struct Path {
+    quint8 master;
+    quint8 slave;
+    quint32 base; // of the slave's address range
+    quint8 faultId;
+};
+
+constexpr std::array paths = std::to_array<Path>({
+    {0, 3, 0xFC000000, 47},  // data crossbar: K4 to PBRIDGE_1
+    {0, 0, 0x01000000, 46},  // instruction crossbar: K4 to the flash
+    {3, 0, 0x40000000, 50},  // SRAM port 3 to bank 0
+    {4, 4, 0x40020000, 48},  // splitter: eDMA to master port 4
+    {4, 6, 0x50800000, 107}, // splitter: slave port 4 to the TCM of K7a
+});
+static_assert(paths.size() == xbic::kCheckerCount);
+constexpr std::size_t kRecordLimit = 255;
+
+class CrossbarCheckers : public Unit
+{
+public:
+    explicit CrossbarCheckers(Board &board) : m_board(board)
+    {
+        const auto add = [&board](const char *words, const char *arguments, const char *help, int count, Board::Handler run) {
+            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help), count,
+                              count, std::move(run)});
+        };
+        add("get 11", "", "crossbar checkers", 0, [this](const QStringList &) { sendEnables(); });
+        add("xbic 1", "<checker>", "switch a crossbar checker on", 1, [this](const QStringList &a) { turn(a.first(), true); });
+        add("xbic 2", "<checker>", "switch a crossbar checker off", 1, [this](const QStringList &a) { turn(a.first(), false); });
+        add("xbic 3", "", "crossbar checkers to their defaults", 0, [this](const QStringList &) {
+            m_enabled = xbic::kCheckerMask;
+            sendEnables();
+        });
+        add("xbic 4", "", "crossbar fault record", 0, [this](const QStringList &) { sendRecord(); });
+        add("xbic 5", "", "clear crossbar faults", 0, [this](const QStringList &) { clearFaults(); });
+        add("inject 7", "<checker + 1>", "crossbar error", 1, [this](const QStringList &a) { inject(a.first()); });
+    }
+
+    QString name() const override { return QStringLiteral("xbic"); }
+    void reset(ResetKind, int) override
+    {
+        m_enabled = xbic::kCheckerMask;
+        m_record.clear();
+    }
+    QString status() const override
+    {
+        return QStringLiteral("enabled 0x%1, %2 faults recorded").arg(m_enabled, 2, 16, QLatin1Char('0')).arg(m_record.size());
+    }
+
+private:
+    void sendEnables() { m_board.send(ModuleId::Xbic, xbic::EnableReport, PayloadWriter().u8(m_enabled).take()); }
+
+    void turn(const QString &text, bool on)
+    {
+        const auto checker = decimal(text, xbic::kCheckerCount - 1);
+        if (!checker) {
+            m_board.say(QStringLiteral("a checker is a number from 0 to 4"));
+            return;
+        }
+        m_enabled = on ? m_enabled | 1U << *checker : m_enabled & ~(1U << *checker);
+        sendEnables();
+    }
+
+    void inject(const QString &text)
+    {
+        const auto number = decimal(text, xbic::kCheckerCount);
+        if (!number || *number == 0) {
+            m_board.say(QStringLiteral("inject 7 takes a number from 1 to 5"));
+            return;
+        }
+        const unsigned checker = *number - 1;
+        if (!(m_enabled >> checker & 1)) {
+            m_board.say(QStringLiteral("XBIC%1 is off: nothing injected").arg(checker));
+            return;
+        }
+        const Path &path = paths[checker];
+        const auto syndrome = static_cast<quint8>(1U << m_board.drawn(0, 7));
+        const quint32 address = path.base + 4 * static_cast<quint32>(m_board.drawn(0, 0x3FFF));
+        if (m_record.size() < kRecordLimit)
+            m_record.push_back({static_cast<quint8>(checker), path.master, path.slave, syndrome, address});
+        m_board.reportFault(path.faultId);
+        sendRecord();
+    }
+
+    void sendRecord()
+    {
+        PayloadWriter payload;
+        payload.u8(static_cast<unsigned>(m_record.size()));
+        for (const xbic::Fault &fault : m_record)
+            payload.u8(fault.index).u8(fault.master).u8(fault.slave).u8(fault.syndrome).u32le(fault.address);
+        m_board.send(ModuleId::Xbic, xbic::FaultRecordReport, payload.take());
+    }
+
+    void clearFaults()
+    {
+        m_record.clear();
+        for (const Path &path : paths)
+            m_board.clearFault(path.faultId);
+        sendRecord();
+    }
+
+    Board &m_board;
+    unsigned m_enabled = xbic::kCheckerMask;
+    std::vector<xbic::Fault> m_record;
+};
+
+} // namespace
+
+std::unique_ptr<Unit> makeCrossbarCheckers(Board &board)
+{
+    return std::make_unique<CrossbarCheckers>(board);
+}
