@@ -75,13 +75,28 @@ void MainWindow::init()
     Get_Status();
 }
 
+// The form's "teraterm" and "fault log" stand in no menu and do nothing.
 void MainWindow::connectActions()
 {
-    connect(ui->actionopen, &QAction::triggered, this, &MainWindow::Serialport_open);
-    connect(ui->actionclose, &QAction::triggered, this, &MainWindow::Serialport_close);
-    connect(ui->actionDestructive_Reset, &QAction::triggered, this, &MainWindow::D_Reset);
-    connect(ui->actionFunctional_Reset, &QAction::triggered, this, &MainWindow::F_Reset);
-    connect(ui->actionGet_Status, &QAction::triggered, this, &MainWindow::Get_Status);
+    struct Row {
+        QAction *action;
+        void (MainWindow::*slot)();
+    };
+    const Row rows[] = {
+        {ui->actionconsole, &MainWindow::console_mode},
+        {ui->actionopen, &MainWindow::Serialport_open},
+        {ui->actionclose, &MainWindow::Serialport_close},
+        {ui->actionDestructive_Reset, &MainWindow::D_Reset},
+        {ui->actionFunctional_Reset, &MainWindow::F_Reset},
+        {ui->actionGet_Status, &MainWindow::Get_Status},
+        {ui->actionmanual, &MainWindow::Open_Manuel},
+        {ui->actionabout, &MainWindow::GUI_About},
+        {ui->actionLicense, &MainWindow::GUI_License},
+        {ui->actionIntroduce, &MainWindow::GUI_Introduce},
+        {ui->actionVideo, &MainWindow::Open_Video},
+    };
+    for (const Row &row : rows)
+        connect(row.action, &QAction::triggered, this, row.slot);
 }
 
 // Before the port is chosen: what the questions are asked over.

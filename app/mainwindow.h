@@ -17,6 +17,7 @@
 
 #include <QBitArray>
 #include <QMainWindow>
+#include <QPointer>
 #include <QSerialPort>
 #include <QStringList>
 
@@ -24,6 +25,8 @@
 #include <memory>
 
 class QLabel;
+class consoleForm;
+class introduce;
 class serialportconfig;
 namespace Ui {
 class MainWindow;
@@ -70,9 +73,15 @@ public slots:
     void tolabeltwinkle(QWidget *first, QWidget *second, int halfPeriod, QString finalStyle, QString blinkStyle,
                         int blinks);
 
-    // console/consoleform.cpp: the console terminal
+    // console/consolemode.cpp: the console terminal
+    void console_mode();
 
     // help/help.cpp: manual, video, introduction, About, licence
+    void Open_Manuel();
+    void Open_Video();
+    void GUI_Introduce();
+    void GUI_About();
+    void GUI_License();
 
     // modules/bist.cpp: self-tests
     void LBIST_sequence();
@@ -307,6 +316,8 @@ private:
     QStringList portNameList;
     ReceiveState m_receive;
     bool m_startRefused = false;
+    QPointer<consoleForm> m_console;
+    QPointer<introduce> m_introduction; // the latest one
 
     // State of the modules, one member each, in the order of the folder.
     SelfTestPanel m_selfTest;

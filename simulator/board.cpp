@@ -80,6 +80,7 @@ void Board::send(ModuleId module, quint8 type, const QByteArray &payload)
 void Board::say(const QString &text)
 {
     send(ModuleId::Text, 0, text.toLatin1());
+    emit said(text);
 }
 
 void Board::reportFault(quint8 source)

@@ -100,6 +100,7 @@ public:
 signals:
     void output(const QByteArray &frame);
     void executed(const QString &line);
+    void said(const QString &text);
     void heldInReset();
     void faultReported(quint8 source);
 

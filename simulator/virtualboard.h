@@ -2,8 +2,8 @@
 #pragma once
 
 #include "simulator/board.h"
-#include "simulator/commandline.h"
 #include "simulator/ptyline.h"
+#include "simulator/shell.h"
 
 class VirtualBoard : public QObject
 {
@@ -25,9 +25,7 @@ public:
     PtyLine &line() { return m_line; }
 
 private:
-    void take(const QByteArray &bytes);
-
     Board m_board;
     PtyLine m_line;
-    CommandLine m_commands;
+    Shell m_shell;
 };

@@ -1,0 +1,18 @@
+#include "help/introduce.h"
+
+#include <QLabel>
+#include <QPixmap>
+
+introduce::introduce(QWidget *parent) : QWidget(parent)
+{
+    setObjectName(QStringLiteral("introduce"));
+    setWindowTitle(QStringLiteral("Introduction"));
+    resize(1280, 768);
+    auto *picture = new QLabel(this);
+    picture->setObjectName(QStringLiteral("label"));
+    picture->setGeometry(30, 50, 1200, 640);
+    picture->setFixedSize(1200, 640);
+    picture->setScaledContents(true);
+    picture->setPixmap(QPixmap(QStringLiteral(":/images/SW.png")));
+    picture->setAccessibleName(tr("The window and its parts"));
+}

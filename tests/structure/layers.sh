@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Fails on an include line that crosses the layers: layers.sh SOURCE_DIR
+#   protocol <- link <- app, modules, console, help <- demo;  simulator -> protocol only
+set -u
+cd "$1" || exit 2
+status=0
+# forbid FOLDERS INCLUDED...: no file of FOLDERS includes a header of INCLUDED
+forbid() {
+    local folders=$1 found
+    shift
+    local pattern
+    pattern=$(IFS='|'; echo "$*")
+    # shellcheck disable=SC2086
+    found=$(grep -rnE "#include \"($pattern)/" $folders --include='*.h' --include='*.cpp') && {
+        echo "$found"
+        echo "-> $folders must not include: $*"
+        status=1
+    }
+    return 0
+}
+forbid protocol link app modules console help simulator demo
+forbid simulator link app modules console help demo
+forbid "app modules console help" simulator demo
+# The settings dialog has widgets and belongs to the program, but knows nothing of the window.
+forbid link app modules console help simulator demo
+grep -rnE '#include <Q(Widget|Label|Dialog|Main|Message)' protocol link simulator --include='*.h' --include='*.cpp' \
+    | grep -v serialportconfig && { echo "-> no widgets below the program"; status=1; }
+exit $status
