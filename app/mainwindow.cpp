@@ -128,8 +128,8 @@ void MainWindow::prepareInputs()
     restrict({ui->lineEdit_memu_1, ui->lineEdit_memu_2, ui->lineEdit_memu_3, ui->lineEdit_memu_4, ui->lineEdit_memu_5,
               ui->lineEdit_reg_writedata, ui->lineEdit_reg_turnonsoft1, ui->lineEdit_reg_turnonsoft2,
               ui->lineEdit_reg_turnonhard},
-             "[a-fA-F0-9]+$", "Hex, range: 0-F");
-    restrict({ui->lineEdit_intcm1, ui->lineEdit_intcm1_2}, "[0-9]+$", "Dec, range: 0-9");
+             "[a-fA-F0-9]+$", "Hex: 0-F");
+    restrict({ui->lineEdit_intcm1, ui->lineEdit_intcm1_2}, "[0-9]+$", "0-9");
 }
 
 // Idle colours, leftovers out of sight, drop-down lists that the style sheet reaches.

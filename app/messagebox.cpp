@@ -2,7 +2,7 @@
 
 #include "app/display.h"
 
-#include <QSet>
+#include <set>
 
 namespace {
 
@@ -33,11 +33,11 @@ bool ask(QWidget *parent, const QString &title, const QString &text)
 
 void informOnce(QWidget *parent, const QString &title, const QString &text, QMessageBox::StandardButton button)
 {
-    static QSet<QString> open;
-    const QString words = title + QLatin1Char('\n') + text;
-    if (open.contains(words))
+    static std::set<QString> open;
+    const auto [words, isNew] = open.insert(title + QLatin1Char('\n') + text);
+    if (!isNew)
         return;
-    open.insert(words);
     inform(parent, title, text, button);
-    open.remove(words);
+    // Reports that came meanwhile are still to be walked through: they count as answered with this box.
+    display::later(&*words, [words = words] { open.erase(words); });
 }

@@ -8,8 +8,8 @@ QMessageBox::StandardButton inform(QWidget *parent, const QString &title, const 
                                    QMessageBox::StandardButtons buttons,
                                    QMessageBox::StandardButton defaultButton = QMessageBox::NoButton);
 
-/// The same, but opens nothing while a box with the same title and text is still open: reports that come as fast as
-/// the line carries them do not stack.
+/// The same, but opens nothing while a box with the same title and text is still open, nor a second one for the frames
+/// of one arrival: reports that come as fast as the line carries them do not stack.
 void informOnce(QWidget *parent, const QString &title, const QString &text, QMessageBox::StandardButton button);
 
 /// A question with Yes and No, No the default; true for Yes.

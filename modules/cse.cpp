@@ -130,7 +130,8 @@ void MainWindow::cseIdle()
     display::text(ui->label_cse_status_all, QStringLiteral("IDLE"));
 }
 
-// Reports of an error that is just being shown are passed over: each would blink inside the wait of the one before.
+// Reports of an error that is just being shown are passed over, each would blink inside the wait of the one before; so
+// are those of the same arrival.
 void MainWindow::showEngineError(uint8_t code)
 {
     if (m_cse.errorsShown.contains(code))
@@ -139,7 +140,8 @@ void MainWindow::showEngineError(uint8_t code)
     labeltwinkle(ui->label_cse_status_all, 100, indicator::background(indicator::kGrey),
                  indicator::background(indicator::kRed), 2);
     informOnce(this, tr("Error"), QStringLiteral("CSE error: ") + cse::errorText(code), QMessageBox::Yes);
-    m_cse.errorsShown.remove(code);
+    m_cse.errorsAnswered.insert(code);
+    display::later(&m_cse, [this] { m_cse.errorsShown -= std::exchange(m_cse.errorsAnswered, {}); });
 }
 
 // Each report gets a timer of its own; the first to end returns the label to idle.

@@ -6,6 +6,7 @@
 #include <QTimer>
 
 struct CsePanel {
-    QSet<quint8> errorsShown;    // codes whose blinking or box is under way
-    QPointer<QTimer> idleTimer; // the latest one; earlier ones run on
+    QSet<quint8> errorsShown;   // codes whose blinking or box is under way
+    QSet<quint8> errorsAnswered; // of these the ones whose box is closed
+    QPointer<QTimer> idleTimer;  // the latest one; earlier ones run on
 };

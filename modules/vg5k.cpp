@@ -23,15 +23,16 @@ static_assert(std::size(regulators) == 8);
 struct StateRow {
     const char *text;
     const char *colour;
+    Qt::GlobalColor ink; // readable on the colour
 };
 
 constexpr StateRow states[] = {
-    {"INIT_FS", "rgb(0,0,0)"},           {"WAIT_ABIST2", "rgb(72,61,139)"}, {"ABIST2", "rgb(30,144,255)"},
-    {"ASSERT_FS0B", "rgb(218,165,32)"},  {"NORMAL_FS", "rgb(91,215,97)"},
+    {"INIT_FS", "rgb(0,0,0)", Qt::white},           {"WAIT_ABIST2", "rgb(72,61,139)", Qt::white}, {"ABIST2", "rgb(30,144,255)", Qt::black},
+    {"ASSERT_FS0B", "rgb(218,165,32)", Qt::black},  {"NORMAL_FS", "rgb(91,215,97)", Qt::black},
 };
 static_assert(std::size(states) == vg5k::NormalFs + 1);
 
-constexpr StateRow unknownState = {"Unknown", "rgb(200,200,200)"};
+constexpr StateRow unknownState = {"Unknown", "rgb(200,200,200)", Qt::black};
 
 void showRegulators(const Form &form, quint8 bits)
 {
@@ -44,6 +45,9 @@ void showState(QLineEdit *field, const vg5k::Report &report)
     const StateRow &row = report.hasValue && report.value < std::size(states) ? states[report.value] : unknownState;
     display::text(field, QString::fromLatin1(row.text));
     indicator::paint(field, row.colour);
+    QPalette palette = field->palette();
+    palette.setColor(QPalette::Text, row.ink);
+    field->setPalette(palette);
 }
 
 void showDebug(QLineEdit *field, bool debug)

@@ -3,17 +3,21 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QTest>
+#include <QTimer>
+
+#include <utility>
 
 BoxAnswerer::BoxAnswerer(QMessageBox::StandardButton button) : m_button(button)
 {
-    connect(&m_timer, &QTimer::timeout, this, &BoxAnswerer::look);
-    m_timer.start(5);
+    look();
 }
 
 void BoxAnswerer::look()
 {
+    // A timer of its own each time: one timer does not fire inside its own handler, boxes open inside boxes do.
+    QTimer::singleShot(5, this, &BoxAnswerer::look);
     auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-    if (!box || !box->isVisible() || m_busy)
+    if (!box || !box->isVisible() || box->property("busy").toBool())
         return;
     if (!box->property("met").toBool()) {
         box->setProperty("met", true);
@@ -21,10 +25,10 @@ void BoxAnswerer::look()
         if (!box->informativeText().isEmpty())
             words.append(box->informativeText());
         m_seen.append(words.join(QLatin1Char('|')));
-        if (m_onBox) {
-            m_busy = true;
-            m_onBox();
-            m_busy = false;
+        if (const auto work = std::exchange(m_onBox, {})) {
+            box->setProperty("busy", true); // others may open meanwhile and are answered
+            work();
+            box->setProperty("busy", false);
         }
     }
     if (!m_byCaption) {

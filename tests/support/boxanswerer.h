@@ -4,7 +4,6 @@
 #include <QMessageBox>
 #include <QObject>
 #include <QStringList>
-#include <QTimer>
 
 #include <functional>
 
@@ -19,7 +18,7 @@ public:
     void setButton(QMessageBox::StandardButton button) { m_button = button; }
     /// From now on presses the button with this caption; an empty one dismisses the box with Escape.
     void setCaption(const QString &caption) { m_caption = caption; m_byCaption = true; }
-    /// Called once for each box while it is open, before it is answered.
+    /// Called once, while the next box is open and before it is answered.
     void onBox(std::function<void()> work) { m_onBox = std::move(work); }
 
     /// "title|text" (and "|informative text" where there is one) of every box met, in order.
@@ -32,8 +31,6 @@ private:
     QMessageBox::StandardButton m_button;
     QString m_caption;
     bool m_byCaption = false;
-    bool m_busy = false;
     std::function<void()> m_onBox;
     QStringList m_seen;
-    QTimer m_timer;
 };

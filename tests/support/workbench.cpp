@@ -45,8 +45,10 @@ void Bench::turnTo(QWidget *widget)
 {
     for (QWidget *page = widget; page && page->parentWidget(); page = page->parentWidget()) {
         auto *tabs = qobject_cast<QTabWidget *>(page->parentWidget()->parentWidget());
-        if (tabs && tabs->indexOf(page) >= 0)
+        if (tabs && tabs->indexOf(page) >= 0 && tabs->currentWidget() != page) {
             tabs->setCurrentWidget(page);
+            QApplication::processEvents(); // lays the page out
+        }
     }
 }
 

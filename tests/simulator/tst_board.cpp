@@ -1,0 +1,320 @@
+// What the virtual board sends, pinned to literal bytes; what it refuses; what it survives.
+#include "simulator/board.h"
+#include "simulator/virtualboard.h"
+
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <random>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+// Frames as "module/type payload", lower case; texts as "say TEXT".
+class Recorder
+{
+public:
+    explicit Recorder(Board &board)
+    {
+        QObject::connect(&board, &Board::output, &board, [this](const QByteArray &frame) {
+            const QByteArray payload = frame.mid(8, frame.size() - 12);
+            lines.append(frame[4] == 0 ? "say " + QString::fromLatin1(payload)
+                                       : QStringLiteral("%1/%2 %3").arg(int(frame[4])).arg(int(frame[5])).arg(QString::fromLatin1(payload.toHex())));
+        });
+    }
+    QString take() { return std::exchange(lines, {}).join('\n'); }
+
+    QStringList lines;
+};
+
+} // namespace
+
+class TestBoard : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // The answer is a pattern: times and drifting values are drawn.
+    void commands_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char *command, const char *expected, const char *before = "") {
+            QTest::newRow(command) << QString::fromLatin1(before) << QString::fromLatin1(expected);
+        };
+        row("get 0", "say QM7D305 .*\n12/1 01");
+        row("get 1", "1/4 3fb3333307ea0b02\n1/1 04");
+        row("get 9", "13/1 00002000" "00000000000000000000000000000000\n13/4 0f00");
+        row("resetEsca 1 1", "13/4 0000");
+        row("resetEsca 2 3 5", "13/4 0f05");
+        row("resetEsca 2 3 256", "say a threshold .*");
+        row("get 3", "2/4 faf[34].{4}");
+        row("get 4", "2/1 01(4f|50|51)5a46\n(2/1 .*\n){11}2/1 c1(63|64|65)6c5c");
+        row("cmu 14 3", "2/1 30(9f|a0|a1)aa96");
+        row("cmu 3 165 120", "2/1 31(9f|a0|a1)a578");
+        row("cmu 13 13", "say a monitor .*");
+        row("cmu 3 256 1", "say usage.*");
+        row("inject 5 1", "12/1 02\n12/2 1c.{8}\n14/1 0301");
+        row("cmu 16", "2/2 020182", "inject 5 1|cmu lose xosc|cmu 17|inject 5 1|inject 5 3");
+        row("cmu 17", "12/1 01", "inject 5 2");
+        row("get 6", "10/1 01df");
+        row("pmc 4 7", "10/1 01de");
+        row("pmc 3 10", "10/1 01df", "pmc 4 10");
+        row("pmc 4 3", "say no such detector: 3");
+        row("inject 4 2", "12/1 02\n12/2 02.{8}\n14/1 0301");
+        row("inject 4 3", "say .*goes unnoticed", "pmc 4 1");
+        row("pmc 6", "10/2 020003", "inject 4 1|inject 4 4");
+        row("get 10", "14/1 0000\n14/1 0104\n14/1 0200\n14/1 0300");
+        row("get 11", "3/1 1f");
+        row("xbic 2 4", "3/1 0f");
+        row("inject 7 5", "12/1 02\n12/2 6b.{8}\n14/1 0301\n3/2 01040406.{8}50");
+        row("inject 7 1", "say XBIC0 is off.*", "xbic 2 0");
+        row("xbic 5", "12/1 01\n3/2 00", "inject 7 2");
+        row("get 5", "4/1 7fa8" "00004000ffff4000\n4/1 0e80.*\n4/1 1e00.*\n4/1 4e08.*\n4/1 ff08" "00005080ffff5080");
+        row("inject 6 2", "12/1 02\n12/2 69.{8}\n14/1 0301\n4/2 0200000201");
+        row("inject 6 1", "12/1 02\n12/2 68.{8}\n14/1 0301\n4/2 1100040040");
+        row("inject 6 6", "say access to 0x50800010 allowed: no fault", "smpu 2");
+        row("inject 9 5 100 AA", "12/1 02\n12/2 10.{8}\n14/1 0301");
+        row("inject 9 6 0x100 AA", "12/1 03\n12/2 11.{8}\n14/1 0301");
+        row("inject 9 1 400000", "say flash: the offset .*");
+        row("inject 9 3 10 XY", "say peripheral RAM: the data .*");
+        row("inject 9 3 10 ", "say usage: inject 9 3 <offset> <data>");
+        row("memu 1", "7/2 0202ffe0001002ffe00020", "inject 9 3 10 0|inject 9 3 20 0|inject 9 3 30 0|inject 9 3 10 0");
+        row("inject 9 3 30 0", "12/1 02\n12/2 15.{8}\n14/1 0303", "inject 9 3 10 0|inject 9 3 20 0");
+        row("inject 9 7", "12/1 02\n12/2 60.{8}\n14/1 0301");
+        row("get 8", "5/1 00000000000000000000000000");
+        row("regP 5 12345678", "5/1 00000000007856341278563412");
+        row("regP 5 99", "say .*ignored\n5/1 000f0000007856341278563412", "regP 2 12345678");
+        row("regP 1", "say .*ignored\n5/1 010f000000.*", "regP 2 1|regP 4 2");
+        row("regP 4 GG", "say the data .*");
+        row("get 2", "11/1 08000c3500" "00186a00\n11/1 48.*\n11/1 88.*");
+        row("swt 2 2 4", "11/1 58" "00007d00" "0000fa00");
+        row("inject 3 2", "12/1 03\n12/2 0d.{8}\n14/1 0301");
+        row("inject 3 1", "say SWT0 is off.*", "swt 4 1");
+        row("get 7", "8/1 0900000101" "2d004e200003e8.*");
+        row("inject 8 2", "12/1 02\n12/2 4e.{8}\n14/1 0301\n8/2 01010002012d004e20.{6}");
+        row("inject 8 1", "12/1 02\n12/2 4c.{8}.*", "intcm 4 0 0");
+        row("intcm EOI 1 2 20000 301", "");
+        row("intcm XYZ 1 2 20000 301", "say usage.*");
+        row("intcm 4 0 0", "8/1 0900000101" "2d000000000000.*");
+        row("inject 10 2", "12/1 02\n12/2 73.{8}\n14/1 0301\n16/2 0100000002");
+        row("nonsense", "say unknown command: nonsense");
+        row("get", "say unknown command: get");
+        row("get 1 2", "say usage: get 1");
+        row("crc 5 0 0", "say usage.*");
+    }
+
+    void commands()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, expected);
+        Board board;
+        Recorder recorder(board);
+        const auto lines = before.split('|', Qt::SkipEmptyParts);
+        for (const QString &line : lines)
+            board.execute(line);
+        recorder.take();
+        board.execute(QTest::currentDataTag());
+        const QString sent = recorder.take();
+        const QRegularExpression pattern(QRegularExpression::anchoredPattern(expected), QRegularExpression::DotMatchesEverythingOption);
+        QVERIFY2(pattern.match(sent).hasMatch(), qPrintable(sent));
+    }
+
+    // Real results after a while: the published vectors.
+    void results_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char *command, const char *expected, const char *before = "") {
+            QTest::newRow(command) << QString::fromLatin1(before) << QString::fromLatin1(expected);
+        };
+        row("crc 1 0 0", "6/3 00000009313233343536373839" "0000004b.{8}");
+        row("crc 2 0 0", "6/3 00000009313233343536373839" "000029b1.{8}");
+        row("crc 3 1 0", "6/3 00000009313233343536373839" "cbf43926.{8}");
+        row("crc 4 1 0", "6/3 00000009313233343536373839" "000000df.{8}");
+        row("cse 2 1 00112233445566778899aabbccddeeff", "15/1 00\n15/4 00.{8}001069c4e0d86a7b0430d8cdb78070b4c55a", "cse 1");
+        row("cse 2 2 6BC1BEE22E409F96E93D7E117393172A", "15/1 00\n15/4 01.{8}00107649abac8119b246cee98e9b12e9197d", "cse 1");
+        row("cse 3 2 7649abac8119b246cee98e9b12e9197d", "15/1 00\n15/4 03.{8}00106bc1bee22e409f96e93d7e117393172a", "cse 1");
+        row("cse 4 ", "15/1 00\n15/4 04.{8}0010bb1d6929e95937287fa37d129b756746", "cse 1");
+        row("cse 5 6bc1bee22e409f96e93d7e117393172a 070a16b46b4d4144f79bdd9dd04a287c", "15/1 00\n15/4 05.{8}000001", "cse 1");
+        row("cse 5 00 070a16b46b4d4144f79bdd9dd04a287c", "15/1 00\n15/4 05.{8}000000", "cse 1");
+        row("cse 2 1 00", "15/1 05");
+        row("cse 4 00", "15/1 03");
+        row("cse 2 1 001", "15/1 15", "cse 1");
+        row("cse 6 1", "15/1 09");
+        row("cse 6 1 ", "15/1 00\n15/4 06.{8}0010.{32}", "cse 6 2");
+        row("cse 7 00112233445566778899aabbccddeeff", "15/1 00", "cse 6 2");
+        row("cse 7 00", "15/1 15", "cse 6 2");
+        row("pmc 2 5", "10/4 0501");
+        row("pmc 1", "10/4 0101\n10/4 0701\n10/4 0201\n10/4 0601\n10/4 0900\n10/4 0501\n10/4 0801\n10/4 0401", "pmc 4 9");
+    }
+
+    void results()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, expected);
+        Board board;
+        Recorder recorder(board);
+        if (!before.isEmpty()) {
+            board.execute(before);
+            if (before.startsWith("cse"))
+                QTRY_VERIFY(!recorder.lines.isEmpty());
+            recorder.take();
+        }
+        board.execute(QTest::currentDataTag());
+        const QRegularExpression pattern(QRegularExpression::anchoredPattern(expected));
+        QTRY_VERIFY2(pattern.match(recorder.lines.join('\n')).hasMatch(), qPrintable(recorder.lines.join('\n')));
+    }
+
+    void aBusyEngineRefuses()
+    {
+        Board board;
+        Recorder recorder(board);
+        board.execute("cse 1");
+        board.execute("cse 1");
+        QTRY_COMPARE(recorder.lines.join(','), QStringLiteral("15/1 0b,15/1 00"));
+    }
+
+    void restarts_data()
+    {
+        QTest::addColumn<QString>("commands");
+        QTest::addColumn<QString>("reasons"); // first bytes of the reset report
+        QTest::newRow("functional") << "inject 1" << "00400000";
+        QTest::newRow("destructive") << "inject 2" << "00004000";
+        QTest::newRow("escalated") << "resetEsca 1 3 1|inject 1" << "00000004";
+        QTest::newRow("watchdog") << "swt 1 1 1|inject 3 1" << "00080000" "0000000000000000000000000000" "2000";
+    }
+
+    void restarts()
+    {
+        QFETCH(QString, commands);
+        QFETCH(QString, reasons);
+        Board board;
+        Recorder recorder(board);
+        const auto lines = commands.split('|');
+        for (const QString &line : lines)
+            board.execute(line);
+        QTRY_VERIFY(recorder.lines.contains("1/5 7ffe"));
+        const QStringList after = recorder.lines.mid(recorder.lines.indexOf("1/5 7ffe"));
+        const QString all = after.join('\n');
+        QVERIFY2(all.contains("13/1 " + reasons), qPrintable(all));
+        QVERIFY(all.contains("9/1 00ffff0fffffffffffffffffffffff0fffffffffffffffffffffff"));
+        QVERIFY(all.contains("1/1 04") && all.contains("12/1 01"));
+    }
+
+    void aRestartIsSilent()
+    {
+        Board board;
+        Recorder recorder(board);
+        board.execute("inject 1");
+        recorder.take();
+        board.execute("get 1");
+        board.reportFault(1);
+        QCOMPARE(recorder.take(), QString());
+    }
+
+    // The destructive threshold holds the chip; only power brings it back.
+    void destructiveEscalationHolds()
+    {
+        Board board;
+        Recorder recorder(board);
+        board.execute("resetEsca 2 3 2");
+        board.execute("inject 2");
+        QTRY_VERIFY(recorder.lines.contains("1/5 7ffe"));
+        board.execute("inject 2");
+        QVERIFY(board.isHeld());
+        recorder.take();
+        board.execute("get 1");
+        QCOMPARE(recorder.take(), QString());
+        board.powerCycle();
+        QTRY_VERIFY(recorder.lines.contains("1/5 7ffe"));
+        QVERIFY(recorder.lines.join('\n').contains("13/1 00002000"));
+        QVERIFY(recorder.lines.contains("13/4 0f00"));
+        QTRY_VERIFY(recorder.lines.contains("14/1 0104")); // the power chip has walked to NORMAL_FS
+        QVERIFY(recorder.lines.indexOf("14/1 0100") < recorder.lines.indexOf("14/1 0103"));
+    }
+
+    void theShellEditsAndRemembers()
+    {
+        Board board;
+        Shell shell(board);
+        Recorder recorder(board);
+        QStringList executed;
+        connect(&board, &Board::executed, this, [&executed](const QString &line) { executed.append(line); });
+        for (const char key : QByteArray("gex\bt 1\x1B[D\x1B[D\x7F\x1B[C \r\n"))
+            if (key)
+                shell.take(QByteArray(1, key));
+        QCOMPARE(executed, QStringList("get1 "));
+        for (const char key : QByteArray("\x1B[A\b1\r"))
+            if (key)
+                shell.take(QByteArray(1, key));
+        QCOMPARE(executed.last(), QStringLiteral("get11"));
+        recorder.take();
+        shell.take("get 1\r\nxbic 4\r\n");
+        QCOMPARE(executed.mid(2), (QStringList{"get 1", "xbic 4"}));
+        QVERIFY(!recorder.take().contains("say"));
+        shell.take("h");
+        QCOMPARE(recorder.take(), QStringLiteral("say h"));
+        shell.take("elp\r");
+        const QString help = recorder.take();
+        for (const Board::Command &command : board.commands())
+            QVERIFY2(help.contains("say " + command.words), qPrintable(command.words));
+        shell.take("status\r\n");
+        QCOMPARE(recorder.lines.filter("1;36m").size(), int(board.units().size()));
+    }
+
+    // Any bytes at all.
+    void noiseIsSurvived()
+    {
+        std::mt19937 random(7);
+        Board board;
+        Shell shell(board);
+        const QStringList heads = {"cmu", "inject", "smpu", "cse 2 1", "regP", "intcm", "swt", "resetEsca 1 3", "crc", "xbic"};
+        for (int i = 0; i < 3000; ++i) {
+            QByteArray bytes = heads[int(random() % unsigned(heads.size()))].toLatin1();
+            for (auto n = random() % 20; n > 0; --n)
+                bytes.append(random() % 3 ? char(random()) : " 0123456789\r\n\x1B["[random() % 15]);
+            shell.take(bytes + (random() % 2 ? "\r\n" : ""));
+        }
+        shell.take(QByteArray(200000, 'x') + "\r\n");
+        QVERIFY(board.units().size() == 16);
+    }
+
+    // On a real terminal: raw, in small pieces, nothing stale after a pause.
+    void theLineIsLikeASerialOne()
+    {
+        VirtualBoard board;
+        const QByteArray path = board.tty().toLocal8Bit();
+        board.line().send("lost before anybody listens");
+        int program = open(path.constData(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+        const auto readAll = [&program] {
+            char buffer[65536];
+            const ssize_t count = read(program, buffer, sizeof buffer);
+            return QByteArray(buffer, std::max(0, int(count)));
+        };
+        QTRY_VERIFY(board.line().isConnected());
+        QByteArray sent, received;
+        for (int i = 0; i < 3000; ++i)
+            sent.append(char(i));
+        board.line().send(sent);
+        QTRY_VERIFY_WITH_TIMEOUT((received += readAll()).size() >= sent.size(), 5000);
+        QCOMPARE(received, sent);
+
+        board.line().send(QByteArray(100000, 'x'));
+        close(program);
+        QTRY_VERIFY(!board.line().isConnected());
+        program = open(path.constData(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+        QTRY_VERIFY(board.line().isConnected());
+        QCOMPARE(write(program, "get 11\r\n", 8), ssize_t(8));
+        received.clear();
+        QTRY_VERIFY((received += readAll()).endsWith(QByteArray::fromHex("D4B2")));
+        QCOMPARE(received, QByteArray::fromHex("A5C3 0000 03 01 0001 1F 0000 D4B2"));
+        close(program);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestBoard)
+#include "tst_board.moc"
