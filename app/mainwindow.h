@@ -322,6 +322,7 @@ private:
     // State of the modules, one member each, in the order of the folder.
     SelfTestPanel m_selfTest;
     CmuPanel m_cmu;
+    QStringList m_crcLog; // paragraphs that are not in the log box yet
     CsePanel m_cse;
     FccuPanel m_fccu;
     IntcmPanel m_intcm;

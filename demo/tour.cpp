@@ -4,8 +4,10 @@
 #include "link/commandchannel.h"
 
 #include <QDir>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTextStream>
+#include <QTimer>
 
 namespace {
 
@@ -47,6 +49,23 @@ void takePages(QTabWidget &tabs, const QString &title, Album &album)
     }
 }
 
+// A crossbar fault: the path that blinks, then what has been caught.
+void takeFault(MainWindow &window, Album &album)
+{
+    auto *tabs = window.findChild<QTabWidget *>(QStringLiteral("tabWidget_function"));
+    auto *safety = window.findChild<QTabWidget *>(QStringLiteral("tabWidget_safety"));
+    auto *inject = window.findChild<QPushButton *>(QStringLiteral("pushButton_xbic_fault1"));
+    if (!tabs || !safety || !inject)
+        return;
+    tabs->setCurrentIndex(0);
+    safety->setCurrentIndex(1);
+    delayMs(kAnswerMs);
+    QTimer::singleShot(2 * kAnswerMs, &window, [&album] { album.take(QStringLiteral("fault injected")); });
+    inject->click(); // returns when its path has blinked and the command is sent
+    delayMs(kAnswerMs);
+    album.take(QStringLiteral("fault caught"));
+}
+
 } // namespace
 
 int takeTour(MainWindow &window, const QString &folder)
@@ -55,5 +74,6 @@ int takeTour(MainWindow &window, const QString &folder)
     delayMs(kAnswerMs);
     if (auto *tabs = window.findChild<QTabWidget *>(QStringLiteral("tabWidget_function")))
         takePages(*tabs, QString(), album);
+    takeFault(window, album);
     return album.count();
 }

@@ -9,6 +9,8 @@
 #include "link/serialline.h"
 #include "ui_mainwindow.h"
 
+#include <utility>
+
 namespace crc = protocol::crc;
 
 void MainWindow::on_pushButton_CRC_set_clicked()
@@ -32,14 +34,13 @@ void MainWindow::CRCDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
     const crc::Result result = crc::decodeResult(payload);
     const QString value = crc::valueText(result.value, ui->comboBox_CRC_polynomial->currentIndex());
     const QString time = QStringLiteral("Calculate Time:") + QString::number(static_cast<double>(result.time), 'f', 6);
-    textview::append(*ui->textBrowser_CRC_calData,
-                     {QStringLiteral("\r\nCRC calculate condition:\r\nCalculate Polynomials: ")
-                          + ui->comboBox_CRC_polynomial->currentText(),
-                      QStringLiteral("Calculate Instance: ") + ui->comboBox_CRC_instance->currentText(),
-                      QStringLiteral("Calculate Channel: ") + ui->comboBox_CRC_channel->currentText(),
-                      QStringLiteral("CRC calculate data size: %1 \r\nData:\r\n").arg(result.size)
-                          + crc::dataText(result.data),
-                      QStringLiteral("Calculate Result:") + value, time});
+    m_crcLog << QStringLiteral("\r\nCRC calculate condition:\r\nCalculate Polynomials: ") + ui->comboBox_CRC_polynomial->currentText()
+             << QStringLiteral("Calculate Instance: ") + ui->comboBox_CRC_instance->currentText()
+             << QStringLiteral("Calculate Channel: ") + ui->comboBox_CRC_channel->currentText()
+             << QStringLiteral("CRC calculate data size: %1 \r\nData:\r\n").arg(result.size) + crc::dataText(result.data)
+             << QStringLiteral("Calculate Result:") + value << time;
+    display::later(ui->textBrowser_CRC_calData,
+                   [this] { textview::append(*ui->textBrowser_CRC_calData, std::exchange(m_crcLog, {})); });
     display::text(ui->textBrowser_CRC_calResult, value);
     display::text(ui->lineEdit_CRC_calTime, time);
     display::text(ui->label_CRC_status, QStringLiteral("Successful"));

@@ -26,7 +26,7 @@ void toggle(QPushButton *button, Kind kind)
 void showThreshold(QPushButton *button, QSpinBox *threshold, int value)
 {
     indicator::paint(button, QString::fromLatin1(value != 0 ? kEnabledStyle : kDisabledStyle));
-    threshold->setValue(value);
+    display::later(threshold, [threshold, value] { threshold->setValue(value); });
 }
 
 } // namespace

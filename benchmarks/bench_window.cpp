@@ -1,0 +1,136 @@
+// Decoding and painting: frames through a real pseudo-terminal into the shown window, each pair different so that
+// everything repaints. "line_rate" is the multiple of the real line's own rate for that frame (1958400 bit/s, ten bits a
+// byte).
+#include "protocol/payload.h"
+#include "tests/support/workbench.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTabWidget>
+#include <QTest>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+#include <thread>
+
+namespace {
+
+constexpr double kBytesPerSecond = 195840;
+
+struct Report {
+    const char *name;
+    int module;
+    int type;
+    const char *first; // payload, hexadecimal
+    const char *second;
+    int page; // of the safety tab; beyond it the security tab's
+};
+
+constexpr Report reports[] = {
+    {"text", 0, 0, "6162", "6364", 0},
+    {"mode", 1, 1, "04", "05", 0},
+    {"version", 1, 4, "40200000 07E4 0C 1F", "40400000 07E5 0B 1E", 0},
+    {"clock monitor", 2, 1, "01 50 5A 46", "00 50 5A 46", 0},
+    {"clocks", 2, 4, "FA F42400", "00 F42410", 0},
+    {"crossbars", 3, 1, "1F", "00", 1},
+    {"region", 4, 1, "7F A8 0000 4000 FFFF 4000", "70 00 0001 5000 FFFE 5000", 2},
+    {"register", 5, 1, "01 00010000 78563412 EFBEADDE", "00 00000000 00000000 00000000", 11},
+    {"checksum", 6, 3, "00000009 313233343536373839 0000004B 3FC00000", "00000009 313233343536373839 0000004C 3FD00000", 4},
+    {"memory record", 7, 2, "01 04 20000100", "01 03 20000104", 3},
+    {"interrupts", 8, 1, "01 0000 01 012D 004E20 0003E8", "01 0000 02 012E 000000 0003E9", 5},
+    {"detectors", 10, 1, "01 DF", "01 00", 7},
+    {"detector self-test", 10, 4, "00 01", "00 00", 7},
+    {"voltage record", 10, 2, "02 01 02", "03 00 01 02", 7},
+    {"watchdog", 11, 1, "58 00007D00 0000FA00", "40 0000FA00 00007D00", 8},
+    {"fault state", 12, 1, "02", "03", 0},
+    {"fault", 12, 2, "1C 3F800000", "2F 40000000", 0},
+    {"reset reasons", 13, 1, "00 004000", "00 000200", 0},
+    {"escalation", 13, 4, "0F 00", "00 0F", 0},
+    {"power chip", 14, 1, "00 00", "00 FF", 6},
+    {"engine result", 15, 4, "00 41C80000 0002 ABCD", "00 42C80000 0002 CDEF", 10},
+    {"radar frames", 16, 1, "00000100", "00000101", 9},
+};
+
+// A result over the largest block that a frame carries.
+QByteArray largestChecksum()
+{
+    constexpr int size = protocol::kLargestPayload - 12;
+    return protocol::encodeFrame(protocol::ModuleId::Crc, 3,
+                                 protocol::PayloadWriter().u32be(size).bytes(QByteArray(size, 'x')).u32be(1).f32be(1).take());
+}
+
+QByteArray encoded(const Report &report, const char *payload)
+{
+    return protocol::encodeFrame(static_cast<protocol::ModuleId>(report.module), static_cast<quint8>(report.type),
+                                 QByteArray::fromHex(payload));
+}
+
+RawBench &bench()
+{
+    static auto *const window = new RawBench; // for the life of the program
+    return *window;
+}
+
+void turnTo(int page)
+{
+    bench().find<QTabWidget>("tabWidget_function")->setCurrentIndex(page < 10 ? 0 : 1);
+    bench().find<QTabWidget>(page < 10 ? "tabWidget_safety" : "tabWidget_security")->setCurrentIndex(page % 10);
+    QTest::qWait(20);
+}
+
+// Sends the bytes from a thread of its own and processes events until the frame behind them has been decoded.
+double secondsFor(const QByteArray &bytes)
+{
+    auto *mode = bench().find<QLineEdit>("lineEdit_sysworkmode");
+    mode->clear();
+    QElapsedTimer clock;
+    clock.start();
+    std::thread writer([&bytes] {
+        bench().line().write(bytes + QByteArray::fromHex("A5C3 0000 01 01 0001 06 0000 D4B2"));
+    });
+    while (mode->text() != QLatin1String("RUN2"))
+        QApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 100);
+    const double seconds = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
+    writer.join();
+    return seconds;
+}
+
+void decoding(benchmark::State &state, const Report &report)
+{
+    turnTo(report.page);
+    const QByteArray pair = encoded(report, report.first) + encoded(report, report.second);
+    const int pairs = 1500;
+    double seconds = 0;
+    for (auto _ : state) {
+        const double taken = secondsFor(pair.repeated(pairs));
+        seconds += taken;
+        state.SetIterationTime(taken);
+    }
+    const double frames = 2.0 * pairs * static_cast<double>(state.iterations());
+    state.counters["us_a_frame"] = seconds / frames * 1e6;
+    state.counters["line_rate"] = frames / 2 * pair.size() / kBytesPerSecond / seconds;
+}
+
+// The time from the first byte to the block in the log.
+void largestBlock(benchmark::State &state)
+{
+    turnTo(4);
+    const QByteArray bytes = largestChecksum();
+    for (auto _ : state)
+        state.SetIterationTime(secondsFor(bytes));
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    for (const Report &report : reports)
+        benchmark::RegisterBenchmark(report.name, decoding, report)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+    benchmark::RegisterBenchmark("largest checksum", largestBlock)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
