@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTextStream>
+#include <QTimer>
 
 #include <memory>
 #include <vector>
@@ -76,7 +77,9 @@ int main(int argc, char *argv[])
             return;
         if (size.size() == 2)
             window.resize(size[0].toInt(), size[1].toInt());
-        takeTour(window, tour);
-        window.close();
+        QTimer::singleShot(0, &window, [&window, tour] {
+            takeTour(window, tour);
+            QApplication::quit();
+        });
     });
 }
