@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTabWidget>
 #include <QTest>
 
@@ -121,6 +122,36 @@ void largestBlock(benchmark::State &state)
         state.SetIterationTime(secondsFor(bytes));
 }
 
+double residentMegabytes()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    file.open(QIODevice::ReadOnly);
+    return file.readAll().split(' ').value(1).toDouble() * 4096 / 1e6;
+}
+
+// Cost of a fault when there are few and when there are many, and the memory that one takes.
+void growth(benchmark::State &state)
+{
+    constexpr int block = 1000;
+    const int blocks = static_cast<int>(state.range(0)) / block;
+    turnTo(0);
+    const QByteArray faults = encoded({"", 12, 2, "", "", 0}, "1C 3F800000").repeated(block);
+    for (auto _ : state) {
+        const double before = residentMegabytes();
+        double first = 0, last = 0, all = 0;
+        for (int i = 0; i < blocks; ++i) {
+            last = secondsFor(faults);
+            all += last;
+            if (i == 0)
+                first = last;
+        }
+        state.SetIterationTime(all);
+        state.counters["first_us"] = first / block * 1e6;
+        state.counters["last_us"] = last / block * 1e6;
+        state.counters["bytes_a_fault"] = (residentMegabytes() - before) * 1e6 / (blocks * block);
+    }
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -130,6 +161,7 @@ int main(int argc, char **argv)
     for (const Report &report : reports)
         benchmark::RegisterBenchmark(report.name, decoding, report)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
     benchmark::RegisterBenchmark("largest checksum", largestBlock)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+    benchmark::RegisterBenchmark("fault growth", growth)->Arg(100000)->UseManualTime()->Unit(benchmark::kSecond)->Iterations(1);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -32,8 +32,8 @@ void BoxAnswerer::look()
         }
     }
     if (!m_byCaption) {
-        if (QAbstractButton *button = box->button(m_button))
-            QTest::mouseClick(button, Qt::LeftButton);
+        QAbstractButton *button = box->button(m_button);
+        QTest::mouseClick(button ? button : box->buttons().constFirst(), Qt::LeftButton);
         return;
     }
     const auto buttons = box->buttons();

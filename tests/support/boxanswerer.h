@@ -12,7 +12,7 @@ class BoxAnswerer : public QObject
     Q_OBJECT
 
 public:
-    /// Presses `button` in every box that opens while this object lives.
+    /// Presses `button`, or the box's first one, in every box that opens while this object lives.
     explicit BoxAnswerer(QMessageBox::StandardButton button = QMessageBox::Yes);
 
     void setButton(QMessageBox::StandardButton button) { m_button = button; }
