@@ -1,5 +1,7 @@
 #include "simulator/ptyline.h"
 
+#include "protocol/frame.h"
+
 #include <QSocketNotifier>
 
 #include <algorithm>
@@ -38,6 +40,17 @@ bool isOpenedByProgram(int master)
 {
     pollfd state = {master, 0, 0};
     return poll(&state, 1, 0) >= 0 && !(state.revents & POLLHUP);
+}
+
+// A receiver that reads up to the middle of a sync pair loses the frame: the pair leaves together with what follows it.
+int withWholeSync(const char *bytes, int count, int available)
+{
+    int whole = count;
+    if (whole > 1 && bytes[whole - 2] == protocol::kSync0 && bytes[whole - 1] == protocol::kSync1)
+        whole -= 2;
+    else if (bytes[whole - 1] == protocol::kSync0)
+        whole -= 1;
+    return whole > 0 ? whole : std::min(available, 3);
 }
 
 } // namespace
@@ -138,7 +151,9 @@ int PtyLine::allowance()
 
 bool PtyLine::writePiece(int most)
 {
-    const int piece = std::min({1 + static_cast<int>(m_random() % kLargestPiece), most, m_queue.size() - m_sent});
+    const int available = m_queue.size() - m_sent;
+    const int limit = std::min({1 + static_cast<int>(m_random() % kLargestPiece), most, available});
+    const int piece = withWholeSync(m_queue.constData() + m_sent, limit, available);
     const ssize_t count = ::write(m_master, m_queue.constData() + m_sent, static_cast<size_t>(piece));
     if (count <= 0)
         return false;

@@ -24,7 +24,8 @@ public:
     /// What waits beyond this many bytes is lost, as in a board whose buffer is full.
     static constexpr int kQueueLimit = 4 * 1024 * 1024;
 
-    /// Opens the terminal; tty() is empty where the system gives none. `seed` decides where pieces are cut.
+    /// Opens the terminal; tty() is empty where the system gives none. `seed` decides where pieces are cut: anywhere
+    /// but between a sync pair and the byte that follows it.
     explicit PtyLine(quint32 seed = 1, QObject *parent = nullptr);
     ~PtyLine() override;
 
