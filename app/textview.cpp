@@ -38,9 +38,8 @@ void append(QTextEdit &view, const QStringList &paragraphs)
 
 void replace(QTextEdit &view, const QStringList &paragraphs)
 {
-    view.clear();
-    if (!paragraphs.isEmpty())
-        insertAtEnd(view, paragraphs);
+    // In one change from the first character on: only then are lines laid out as they come into sight.
+    view.setPlainText(paragraphs.join(QChar::ParagraphSeparator));
     view.verticalScrollBar()->setValue(0);
 }
 

@@ -9,11 +9,15 @@
 #include <QFile>
 #include <QTabWidget>
 #include <QTest>
+#include <QTextDocument>
+#include <QTimer>
 
 #include <benchmark/benchmark.h>
 
-#include <memory>
+#include <algorithm>
+#include <chrono>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -32,6 +36,7 @@ constexpr Report reports[] = {
     {"text", 0, 0, "6162", "6364", 0},
     {"mode", 1, 1, "04", "05", 0},
     {"version", 1, 4, "40200000 07E4 0C 1F", "40400000 07E5 0B 1E", 0},
+    {"clock text", 2, 0, "4C6F7373206F66206C6F636B", "436C6F636B20697320676F6F64", 0},
     {"clock monitor", 2, 1, "01 50 5A 46", "00 50 5A 46", 0},
     {"clocks", 2, 4, "FA F42400", "00 F42410", 0},
     {"crossbars", 3, 1, "1F", "00", 1},
@@ -50,7 +55,20 @@ constexpr Report reports[] = {
     {"escalation", 13, 4, "0F 00", "00 0F", 0},
     {"power chip", 14, 1, "00 00", "00 FF", 6},
     {"engine result", 15, 4, "00 41C80000 0002 ABCD", "00 42C80000 0002 CDEF", 10},
+    {"self-tests", 9, 1, "00FFFF 000000000000000000000000 0FFFFFFFFFFFFFFFFFFFFFFF",
+     "000F0F 0FFFFFFFFFFFFFFFFFFFFFFF 000000000000000000000001", 0},
     {"radar frames", 16, 1, "00000100", "00000101", 9},
+};
+
+// Fault records of 255 entries: the entry that is repeated behind the count.
+constexpr Report records[] = {
+    {"255 clock faults", 2, 2, "31", "82", 0},
+    {"255 crossbar faults", 3, 2, "00 00 03 20 F0E700FC", "01 02 01 10 00E700FC", 1},
+    {"255 region faults", 4, 2, "00 00000040", "81 00100040", 2},
+    {"255 memory faults", 7, 2, "04 20000100", "03 20000104", 3},
+    {"255 interrupt faults", 8, 2, "00 00 01 012D 004E20 0003E8", "01 01 02 012E 000000 0003E9", 5},
+    {"255 voltage faults", 10, 2, "01", "02", 7},
+    {"255 radar faults", 16, 2, "00000001", "00000002", 9},
 };
 
 // A result over the largest block that a frame carries.
@@ -97,11 +115,26 @@ double secondsFor(const QByteArray &bytes)
     return seconds;
 }
 
-void decoding(benchmark::State &state, const Report &report)
+// One round at a time, each when the line would have carried the ones before.
+void writeAtLineRate(const QByteArray &round, int rounds)
+{
+    const auto start = std::chrono::steady_clock::now();
+    const std::chrono::duration<double> roundTime(static_cast<double>(round.size()) / kBytesPerSecond);
+    for (int i = 0; i < rounds; ++i) {
+        std::this_thread::sleep_until(start + std::chrono::duration_cast<std::chrono::nanoseconds>(i * roundTime));
+        bench().line().write(round);
+    }
+}
+
+QByteArray encodedRecord(const Report &report, const char *entry)
+{
+    return protocol::encodeFrame(static_cast<protocol::ModuleId>(report.module), static_cast<quint8>(report.type),
+                                 QByteArray(1, '\xFF') + QByteArray::fromHex(entry).repeated(255));
+}
+
+void decoding(benchmark::State &state, const Report &report, const QByteArray &pair, int pairs)
 {
     turnTo(report.page);
-    const QByteArray pair = encoded(report, report.first) + encoded(report, report.second);
-    const int pairs = 1500;
     double seconds = 0;
     for (auto _ : state) {
         const double taken = secondsFor(pair.repeated(pairs));
@@ -127,6 +160,41 @@ double residentMegabytes()
     QFile file(QStringLiteral("/proc/self/statm"));
     file.open(QIODevice::ReadOnly);
     return file.readAll().split(' ').value(1).toDouble() * 4096 / 1e6;
+}
+
+// The line full for ten seconds with every report of the table in turn: how long the event loop is away at a time, and
+// how many of the text messages among them are missing at the end.
+void fullLine(benchmark::State &state)
+{
+    turnTo(0);
+    QByteArray round;
+    for (const Report &report : reports)
+        round += encoded(report, report.first) + encoded(report, report.second);
+    auto *messages = bench().find<QTextEdit>("textBrowser_temp")->document();
+    std::vector<double> gaps;
+    QElapsedTimer sinceTurn;
+    QTimer turn;
+    turn.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&turn, &QTimer::timeout, [&] { gaps.push_back(static_cast<double>(sinceTurn.nsecsElapsed()) * 1e-6); sinceTurn.start(); });
+    for (auto _ : state) {
+        const int before = messages->blockCount();
+        const int rounds = static_cast<int>(10 * kBytesPerSecond / round.size());
+        std::thread writer([&round, rounds] { writeAtLineRate(round, rounds); });
+        sinceTurn.start();
+        turn.start(1);
+        QElapsedTimer clock;
+        clock.start();
+        while (messages->blockCount() - before < 2 * rounds && clock.elapsed() < 12000)
+            QApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 100);
+        turn.stop();
+        state.SetIterationTime(static_cast<double>(clock.elapsed()) * 1e-3);
+        writer.join();
+        std::sort(gaps.begin(), gaps.end());
+        state.counters["median_ms"] = gaps[gaps.size() / 2];
+        state.counters["p99_ms"] = gaps[gaps.size() * 99 / 100];
+        state.counters["longest_ms"] = gaps.back();
+        state.counters["lost"] = 2 * rounds - (messages->blockCount() - before);
+    }
 }
 
 // Cost of a fault when there are few and when there are many, and the memory that one takes.
@@ -158,10 +226,17 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    for (const Report &report : reports)
-        benchmark::RegisterBenchmark(report.name, decoding, report)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+    for (const Report &report : reports) {
+        const QByteArray pair = encoded(report, report.first) + encoded(report, report.second);
+        benchmark::RegisterBenchmark(report.name, decoding, report, pair, 1500)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+    }
+    for (const Report &report : records) {
+        const QByteArray pair = encodedRecord(report, report.first) + encodedRecord(report, report.second);
+        benchmark::RegisterBenchmark(report.name, decoding, report, pair, 100)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+    }
     benchmark::RegisterBenchmark("largest checksum", largestBlock)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
-    benchmark::RegisterBenchmark("fault growth", growth)->Arg(100000)->UseManualTime()->Unit(benchmark::kSecond)->Iterations(1);
+    benchmark::RegisterBenchmark("full line", fullLine)->UseManualTime()->Unit(benchmark::kSecond)->Iterations(1);
+    benchmark::RegisterBenchmark("fault growth", growth)->Arg(1000000)->UseManualTime()->Unit(benchmark::kSecond)->Iterations(1);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

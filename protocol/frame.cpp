@@ -2,6 +2,7 @@
 
 #include "protocol/payload.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -18,16 +19,70 @@ constexpr unsigned kEndWord = 0xD4B2;
 // from the end: the last start gives the first bytes, each earlier one only those beyond its successor's length.
 QByteArray carryOf(const QByteArray &data, const std::vector<int> &starts)
 {
-    QByteArray carry;
     if (starts.empty())
-        return carry;
-    carry.reserve(data.size() - starts.front());
+        return {};
+    QByteArray carry(data.size() - starts.front(), Qt::Uninitialized);
+    char *const to = carry.data();
+    int filled = 0;
     for (auto start = starts.rbegin(); start != starts.rend(); ++start) {
-        const int from = *start + carry.size();
-        carry.append(data.constData() + from, data.size() - from);
+        const int length = data.size() - *start;
+        std::memcpy(to + filled, data.constData() + *start + filled, static_cast<size_t>(length - filled));
+        filled = length;
     }
     return carry;
 }
+
+int u16be(const char *bytes)
+{
+    return static_cast<quint8>(bytes[0]) << 8 | static_cast<quint8>(bytes[1]);
+}
+
+// The next first sync byte, `size` where there is none. It is looked for by hand nearby, where it mostly stands.
+int nextSync(const char *bytes, int at, int size)
+{
+    for (const int nearby = std::min(at + 8, size); at < nearby; ++at) {
+        if (bytes[at] == kSync0)
+            return at;
+    }
+    const void *sync = std::memchr(bytes + at, kSync0, static_cast<size_t>(size - at));
+    return sync ? static_cast<int>(static_cast<const char *>(sync) - bytes) : size;
+}
+
+// Replaces a list's frames, in the memory of those that it holds: most arrivals are like the one before.
+class FrameSink
+{
+public:
+    explicit FrameSink(QList<frameData> &frames) : m_frames(frames), m_next(frames.begin()), m_end(frames.end()) {}
+    ~FrameSink() { m_frames.erase(m_next, m_end); }
+    Q_DISABLE_COPY(FrameSink)
+
+    // `frame` is a whole frame from its sync pair on.
+    void add(const char *frame, int length)
+    {
+        if (m_next == m_end)
+            grow();
+        frameData &slot = *m_next++;
+        slot.moduleId = static_cast<uint8_t>(frame[4]);
+        slot.dataType = static_cast<uint8_t>(frame[5]);
+        slot.frameTag = static_cast<uint16_t>(u16be(frame + 2));
+        slot.dataLength = static_cast<uint16_t>(length);
+        slot.data.resize(length);
+        std::memcpy(slot.data.data(), frame + kHeaderSize, static_cast<size_t>(length));
+        slot.handled = false;
+    }
+
+private:
+    void grow()
+    {
+        m_frames.append(frameData());
+        m_end = m_frames.end();
+        m_next = m_end - 1;
+    }
+
+    QList<frameData> &m_frames;
+    QList<frameData>::iterator m_next;
+    QList<frameData>::iterator m_end;
+};
 
 } // namespace
 
@@ -42,7 +97,7 @@ QByteArray encodeFrame(ModuleId module, quint8 type, const QByteArray &payload, 
 
 bool extractFrames(const QByteArray &data, QList<frameData> &frames, QByteArray &remainder, quint32 &partialCount)
 {
-    frames.clear();
+    FrameSink sink(frames);
     if (data.isEmpty())
         return false;
     if (data.size() < kSmallestParsed) {
@@ -53,19 +108,15 @@ bool extractFrames(const QByteArray &data, QList<frameData> &frames, QByteArray 
 
     const char *const bytes = data.constData();
     const int size = data.size();
-    const PayloadReader read(data);
     std::vector<int> incomplete;
-    int at = 0;
-    while (at < size) {
-        const void *sync = std::memchr(bytes + at, kSync0, static_cast<size_t>(size - at));
-        if (!sync)
-            break;
-        const int start = static_cast<int>(static_cast<const char *>(sync) - bytes);
+    incomplete.reserve(static_cast<size_t>(size) / 8); // as many starts as lie densely, without growing on the way
+    for (int at = 0; at < size;) {
+        const int start = nextSync(bytes, at, size);
         at = start + 2; // a first sync byte takes the byte behind it along, another sync byte too
         if (at >= size || bytes[start + 1] != kSync1)
             continue;
 
-        const int length = size - at > kBehindSync ? read.u16be(start + 6) : kLargestPayload;
+        const int length = size - at > kBehindSync ? u16be(bytes + start + 6) : kLargestPayload;
         const int end = start + kHeaderSize + length + 2;
         if (end + 1 >= size) {
             ++partialCount;
@@ -77,10 +128,8 @@ bool extractFrames(const QByteArray &data, QList<frameData> &frames, QByteArray 
         at = end + 1;
         if (bytes[end] != kEnd0)
             continue;
-        if (bytes[end + 1] == kEnd1) {
-            frames.append({read.u8(start + 4), read.u8(start + 5), read.u16be(start + 2),
-                           static_cast<uint16_t>(length), QByteArray(bytes + start + kHeaderSize, length), false});
-        }
+        if (bytes[end + 1] == kEnd1)
+            sink.add(bytes + start, length);
         at = end + 2;
     }
 

@@ -5,10 +5,15 @@
 
 namespace literal {
 
-// Copies to the front of the buffer; what is longer behind it stays.
-inline void overwrite(QByteArray &buffer, const QByteArray &bytes)
+// Copies from `start` on to the front of the buffer, which never gets shorter.
+inline void overwrite(QByteArray &buffer, const QByteArray &data, int start)
 {
-    buffer.replace(0, std::min(buffer.size(), bytes.size()), bytes);
+    for (int k = start; k < data.size(); ++k) {
+        if (k - start < buffer.size())
+            buffer[k - start] = data.at(k);
+        else
+            buffer.append(data.at(k));
+    }
 }
 
 inline bool extractFrames(const QByteArray &data, QList<frameData> &frames, QByteArray &remainder, quint32 &partialCount)
@@ -40,13 +45,15 @@ inline bool extractFrames(const QByteArray &data, QList<frameData> &frames, QByt
             length = size - i <= 10 ? 0 : unsigned(byte(i + 4)) << 8 | byte(i + 5);
             if (size - i <= 10 || i + int(length) + 9 >= size) {
                 ++partialCount;
-                overwrite(carry, data.mid(start));
+                overwrite(carry, data, start);
                 pending = true;
                 state = 0;
                 ++i;
                 continue;
             }
-            payload = data.mid(i + 6, int(length));
+            payload.clear();
+            for (int k = 0; k < int(length); ++k)
+                payload.append(data.at(i + 6 + k));
             carry.clear();
             pending = false;
             state = byte(i + int(length) + 8) == 0xD4 ? 3 : 0;
