@@ -11,27 +11,37 @@ namespace textview {
 
 namespace {
 
-void insertAtEnd(QTextEdit &view, const QStringList &paragraphs)
+// Lines of one report are lines of one paragraph: a paragraph costs several times what a line does.
+QString inOneParagraph(QString report)
 {
+    return report.replace(QLatin1String("\r\n"), QLatin1String("\n"))
+        .replace(QLatin1Char('\r'), QLatin1Char('\n'))
+        .replace(QLatin1Char('\n'), QChar::LineSeparator);
+}
+
+void insertAtEnd(QTextEdit &view, const QStringList &reports)
+{
+    QStringList paragraphs;
+    for (const QString &report : reports)
+        paragraphs.append(inOneParagraph(report));
     QTextCursor cursor(view.document());
     cursor.movePosition(QTextCursor::End);
     cursor.beginEditBlock();
     if (!view.document()->isEmpty())
         cursor.insertBlock();
-    // A paragraph may end in "\r" or "\n", so another separator stands between them.
     cursor.insertText(paragraphs.join(QChar::ParagraphSeparator));
     cursor.endEditBlock();
 }
 
 } // namespace
 
-void append(QTextEdit &view, const QStringList &paragraphs)
+void append(QTextEdit &view, const QStringList &reports)
 {
-    if (paragraphs.isEmpty())
+    if (reports.isEmpty())
         return;
     const QScrollBar *bar = view.verticalScrollBar();
     const bool atEnd = bar->value() >= bar->maximum();
-    insertAtEnd(view, paragraphs);
+    insertAtEnd(view, reports);
     if (atEnd)
         view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
 }

@@ -7,8 +7,8 @@ class QTextEdit;
 
 namespace textview {
 
-/// Appends the paragraphs in one edit. The view follows the end if it showed the end.
-void append(QTextEdit &view, const QStringList &paragraphs);
+/// Appends the reports in one edit, each from a line of its own on. The view follows the end if it showed the end.
+void append(QTextEdit &view, const QStringList &reports);
 
 /// Puts the paragraphs in place of all text, in one edit; the view shows the start.
 void replace(QTextEdit &view, const QStringList &paragraphs);

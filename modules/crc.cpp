@@ -34,11 +34,12 @@ void MainWindow::CRCDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
     const crc::Result result = crc::decodeResult(payload);
     const QString value = crc::valueText(result.value, ui->comboBox_CRC_polynomial->currentIndex());
     const QString time = QStringLiteral("Calculate Time:") + QString::number(static_cast<double>(result.time), 'f', 6);
-    m_crcLog << QStringLiteral("\r\nCRC calculate condition:\r\nCalculate Polynomials: ") + ui->comboBox_CRC_polynomial->currentText()
-             << QStringLiteral("Calculate Instance: ") + ui->comboBox_CRC_instance->currentText()
-             << QStringLiteral("Calculate Channel: ") + ui->comboBox_CRC_channel->currentText()
-             << QStringLiteral("CRC calculate data size: %1 \r\nData:\r\n").arg(result.size) + crc::dataText(result.data)
-             << QStringLiteral("Calculate Result:") + value << time;
+    m_crcLog << QStringList{QStringLiteral("\r\nCRC calculate condition:\r\nCalculate Polynomials: ") + ui->comboBox_CRC_polynomial->currentText(),
+                            QStringLiteral("Calculate Instance: ") + ui->comboBox_CRC_instance->currentText(),
+                            QStringLiteral("Calculate Channel: ") + ui->comboBox_CRC_channel->currentText(),
+                            QStringLiteral("CRC calculate data size: %1 \r\nData:\r\n").arg(result.size) + crc::dataText(result.data),
+                            QStringLiteral("Calculate Result:") + value,
+                            time}.join(QLatin1Char('\n'));
     display::later(ui->textBrowser_CRC_calData,
                    [this] { textview::append(*ui->textBrowser_CRC_calData, std::exchange(m_crcLog, {})); });
     display::text(ui->textBrowser_CRC_calResult, value);

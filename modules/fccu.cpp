@@ -30,7 +30,7 @@ constexpr StateRow stateRows[] = {
 
 // How a fault is logged and recorded. The log's wording differs for identifiers without a place in the table.
 struct FaultWords {
-    QStringList log;
+    QString log;
     QString source; // as recorded, which is what the selection of the new record leaves on the panel
     QString description;
 };
@@ -39,17 +39,15 @@ FaultWords wordsOf(quint8 id)
 {
     if (id <= fccu::kLastListed) {
         const fccu::FaultText text = fccu::faultText(id);
-        return {{QStringLiteral(u"Source Module： ") + text.source,
-                 QStringLiteral(u"Fault Description：") + text.description, QStringLiteral("\n")},
+        return {QStringLiteral(u"Source Module： ") + text.source + QStringLiteral(u"\nFault Description：")
+                    + text.description + QStringLiteral("\n\n"),
                 text.source, text.description};
     }
     if (id == fccu::kMultipleSources) {
-        return {{QStringLiteral(u"Source Module： Multi source"),
-                 QStringLiteral(u"Fault Description： Multiple error reset"), QStringLiteral("\r\n")},
+        return {QStringLiteral(u"Source Module： Multi source\nFault Description： Multiple error reset\n\r\n"),
                 QStringLiteral("Multi source"), QStringLiteral("Multiple error reset")};
     }
-    return {{QStringLiteral(u"Source Module： Invalid source ID"), QStringLiteral(u"Fault Description： Invalid"),
-             QStringLiteral("\r\n")},
+    return {QStringLiteral(u"Source Module： Invalid source ID\nFault Description： Invalid\n\r\n"),
             QStringLiteral("Invalid Source ID"), QStringLiteral("Invalid")};
 }
 
@@ -107,8 +105,7 @@ void MainWindow::showFault(const QByteArray &payload)
 {
     const fccu::FaultEvent event = fccu::decodeFault(payload);
     const FaultWords words = wordsOf(event.id);
-    m_fccu.log.append(faultTitle(event.id));
-    m_fccu.log.append(words.log);
+    m_fccu.log.append(faultTitle(event.id) + QLatin1Char('\n') + words.log);
     display::later(ui->textBrowser_fccurecord, [this] {
         textview::append(*ui->textBrowser_fccurecord, std::exchange(m_fccu.log, {}));
     });
