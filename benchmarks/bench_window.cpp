@@ -1,6 +1,7 @@
 // Decoding and painting: frames through a real pseudo-terminal into the shown window, each pair different so that
 // everything repaints. "line_rate" is the multiple of the real line's own rate for that frame (1958400 bit/s, ten bits a
 // byte).
+#include "console/consoleform.h"
 #include "protocol/payload.h"
 #include "tests/support/workbench.h"
 
@@ -220,6 +221,34 @@ void growth(benchmark::State &state)
     }
 }
 
+// A line on the console with an empty scroll-back and behind 200,000 lines.
+void consoleLines(benchmark::State &state)
+{
+    bench().window().Serialport_close(); // the console opens the line for itself and hands it back
+    consoleForm console;
+    console.show();
+    const QList<QString> line = {QStringLiteral("clock monitor 3: 160 MHz, limits 150 to 170 MHz\r\n")};
+    QList<QString> thousand;
+    for (int i = 0; i < 1000; ++i)
+        thousand += line;
+    const auto microsecondsFor = [&](int lines) {
+        QElapsedTimer clock;
+        clock.start();
+        for (int i = 0; i < lines; ++i) {
+            console.consolePrint(line, 1);
+            QApplication::processEvents();
+        }
+        return static_cast<double>(clock.nsecsElapsed()) * 1e-3 / lines;
+    };
+    for (auto _ : state) {
+        state.counters["first_us"] = microsecondsFor(500);
+        for (int i = 0; i < 198; ++i)
+            console.consolePrint(thousand, thousand.size());
+        state.counters["last_us"] = microsecondsFor(500);
+        state.SetIterationTime(1);
+    }
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -236,6 +265,7 @@ int main(int argc, char **argv)
     }
     benchmark::RegisterBenchmark("largest checksum", largestBlock)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
     benchmark::RegisterBenchmark("full line", fullLine)->UseManualTime()->Unit(benchmark::kSecond)->Iterations(1);
+    benchmark::RegisterBenchmark("console lines", consoleLines)->UseManualTime()->Iterations(1);
     benchmark::RegisterBenchmark("fault growth", growth)->Arg(1000000)->UseManualTime()->Unit(benchmark::kSecond)->Iterations(1);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

@@ -144,7 +144,7 @@ void MainWindow::showEngineError(uint8_t code)
     display::later(&m_cse, [this] { m_cse.errorsShown -= std::exchange(m_cse.errorsAnswered, {}); });
 }
 
-// Each report gets a timer of its own; the first to end returns the label to idle.
+// Each report gets a timer of its own, which lives as long as the window; the first to end returns the label to idle.
 void MainWindow::showEngineBusy()
 {
     display::text(ui->label_cse_status_all, QStringLiteral("Processing"));
@@ -152,7 +152,6 @@ void MainWindow::showEngineBusy()
     m_cse.idleTimer = new QTimer(this);
     m_cse.idleTimer->setSingleShot(true);
     connect(m_cse.idleTimer, &QTimer::timeout, this, &MainWindow::cseIdle);
-    connect(m_cse.idleTimer, &QTimer::timeout, m_cse.idleTimer, &QObject::deleteLater);
     m_cse.idleTimer->start(kIdleAfterMs);
 }
 
