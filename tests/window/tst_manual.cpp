@@ -59,6 +59,9 @@ std::vector<Chapter> chaptersOf(const QString &manual)
 
 bool names(const QString &pattern, const QString &name)
 {
+    static const QRegularExpression wildcard(QStringLiteral("[*?]"));
+    if (!pattern.contains(wildcard))
+        return pattern == name;
     return QRegularExpression(QRegularExpression::wildcardToRegularExpression(pattern)).match(name).hasMatch();
 }
 
