@@ -9,7 +9,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
-#include <QDialog>
+#include <QGroupBox>
 #include <QKeyEvent>
 #include <QLCDNumber>
 #include <QLabel>
@@ -52,6 +52,8 @@ QString stateOf(const QWidget *widget)
         text = box->toPlainText();
     else if (auto *digits = qobject_cast<const QLCDNumber *>(widget))
         text = QString::number(digits->intValue());
+    else if (auto *group = qobject_cast<const QGroupBox *>(widget))
+        text = group->isChecked() ? QStringLiteral("on") : QStringLiteral("off");
     return text + QLatin1Char('\n') + widget->accessibleDescription();
 }
 

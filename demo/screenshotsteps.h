@@ -9,7 +9,7 @@ enum class Act {
     Choose,     // a menu entry
     Call,       // a slot of the window by its name
     AskForPort, // as at a start with two ports
-    Await,      // until the widget's text, or its colour in words, contains the text
+    Await,      // until the widget's text, or its colour in words, or "on" of a group, contains the text
     Picture,    // of the widget, saved under this name
     Resize,     // the window to WIDTHxHEIGHT
     Leave,      // closes the window
@@ -27,6 +27,7 @@ constexpr Step steps[] = {
     {Act::Await, "lineEdit_firewareVision", "Version"},
     {Act::Await, "label_FCCU_status", "NORMAL"},
     {Act::Turn, "tabWidgetPage2"},
+    {Act::Await, "groupBox_XBIC4", "on"},
     {Act::Press, "pushButton_xbic_fault1"},
     {Act::Await, "textEdit_xbicFaultRecord", "Fault Number: 1"},
     {Act::Await, "textBrowser_fccurecord", "Fault ID 47"},
