@@ -183,7 +183,7 @@ constexpr Step steps[] = {
     {Act::Turn, "tabWidgetPage7"},
     {Act::Press, "pushButton_reg_hardlockoff"},
     {Act::Await, "lineEdit_vg5k_Fail", "ASSERT_FS0B"},
-    {Act::Picture, "groupBox_vg5k_failSafe", "vg5k-fail-safe"},
+    {Act::Picture, "groupBox_vg5k_status", "vg5k-fail-safe"},
     {Act::Await, "label_LBIST_8", "Gray"},
     {Act::Await, "label_LBIST_8", "Green"},
 
