@@ -2,6 +2,7 @@
 #include "app/mainwindow.h"
 #include "app/startup.h"
 #include "demo/boardprocess.h"
+#include "demo/screenshots.h"
 #include "demo/tour.h"
 #include "link/serialports.h"
 
@@ -24,12 +25,14 @@ void workBesideProgram()
         QDir::setCurrent(QApplication::applicationDirPath());
 }
 
-std::vector<std::unique_ptr<BoardProcess>> startBoards(int count, const QString &seed)
+std::vector<std::unique_ptr<BoardProcess>> startBoards(int count, const QString &seed, bool paced)
 {
     std::vector<std::unique_ptr<BoardProcess>> boards;
     for (int i = 0; i < count; ++i) {
-        boards.push_back(std::make_unique<BoardProcess>(
-            QStringList{QStringLiteral("--power-cycle-after"), QStringLiteral("5"), QStringLiteral("--seed"), seed}));
+        QStringList options = {QStringLiteral("--power-cycle-after"), QStringLiteral("5"), QStringLiteral("--seed"), seed};
+        if (!paced)
+            options.append(QStringLiteral("--no-pace"));
+        boards.push_back(std::make_unique<BoardProcess>(options));
     }
     return boards;
 }
@@ -54,14 +57,17 @@ int main(int argc, char *argv[])
         QStringLiteral("tour"), QStringLiteral("Save a picture of every page in DIR, then end."), QStringLiteral("DIR"));
     const QCommandLineOption sizeOption(QStringLiteral("size"), QStringLiteral("Size of the window for the tour."),
                                         QStringLiteral("WIDTHxHEIGHT"));
-    parser.addOptions({boardsOption, seedOption, tourOption, sizeOption});
+    const QCommandLineOption screenshotsOption(
+        QStringLiteral("screenshots"), QStringLiteral("Save the pictures of the manual in DIR, then end."), QStringLiteral("DIR"));
+    parser.addOptions({boardsOption, seedOption, tourOption, sizeOption, screenshotsOption});
     parser.process(application);
 
     const QString tour = parser.isSet(tourOption) ? QDir(parser.value(tourOption)).absolutePath() : QString();
+    const QString screenshots = parser.isSet(screenshotsOption) ? QDir(parser.value(screenshotsOption)).absolutePath() : QString();
     const QStringList size = parser.value(sizeOption).split(QLatin1Char('x'));
     workBesideProgram();
 
-    const auto boards = startBoards(parser.value(boardsOption).toInt(), parser.value(seedOption));
+    const auto boards = startBoards(parser.value(boardsOption).toInt(), parser.value(seedOption), screenshots.isEmpty());
     QStringList ports;
     for (const auto &board : boards) {
         if (!board->isRunning()) {
@@ -73,6 +79,8 @@ int main(int argc, char *argv[])
     setAvailablePortNames([ports] { return ports; });
 
     return runWorkbench(application, [&](MainWindow &window) {
+        if (!screenshots.isEmpty())
+            new Screenshots(window, screenshots, ports);
         if (tour.isEmpty())
             return;
         if (size.size() == 2)

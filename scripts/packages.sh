@@ -1,6 +1,7 @@
 # Sourced by the other scripts: installs the Debian packages that are missing.
 
-build_packages=(cmake ninja-build g++ ccache qtbase5-dev libqt5serialport5-dev libssl-dev libboost-dev)
+build_packages=(cmake ninja-build g++ ccache qtbase5-dev libqt5serialport5-dev libssl-dev libboost-dev
+    pandoc weasyprint fonts-dejavu-core fonts-dejavu-extra fonts-noto-cjk)
 run_packages=(xvfb xauth fonts-dejavu-core fonts-liberation fonts-noto-cjk)
 
 # need_packages NAME...: quick and silent where all are there; asks sudo only where not root.
