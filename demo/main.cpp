@@ -17,11 +17,17 @@
 
 namespace {
 
-// The manual, the video and the splash picture are looked for in the working directory.
-void workBesideProgram()
+// The manual, the video and the splash picture are looked for in the working directory: where it lacks them, beside the
+// program, as in a build folder, or where an installation keeps them.
+void workBesideData()
 {
-    if (!QFile::exists(QStringLiteral("./VEK_logo_RGB_web.png")))
-        QDir::setCurrent(QApplication::applicationDirPath());
+    const QString programs = QApplication::applicationDirPath() + QLatin1Char('/');
+    for (const QString &folder : {QStringLiteral("."), programs, programs + QStringLiteral(WORKBENCH_DATA)}) {
+        if (QFile::exists(folder + QStringLiteral("/VEK_logo_RGB_web.png"))) {
+            QDir::setCurrent(folder);
+            return;
+        }
+    }
 }
 
 std::vector<std::unique_ptr<BoardProcess>> startBoards(int count, const QString &seed)
@@ -59,7 +65,7 @@ int main(int argc, char *argv[])
 
     const QString tour = parser.isSet(tourOption) ? QDir(parser.value(tourOption)).absolutePath() : QString();
     const QStringList size = parser.value(sizeOption).split(QLatin1Char('x'));
-    workBesideProgram();
+    workBesideData();
 
     const auto boards = startBoards(parser.value(boardsOption).toInt(), parser.value(seedOption));
     QStringList ports;
