@@ -3,6 +3,7 @@
 #include "app/startup.h"
 #include "demo/boardprocess.h"
 #include "demo/tour.h"
+#include "demo/tutorial.h"
 #include "link/serialports.h"
 
 #include <QApplication>
@@ -60,10 +61,14 @@ int main(int argc, char *argv[])
         QStringLiteral("tour"), QStringLiteral("Save a picture of every page in DIR, then end."), QStringLiteral("DIR"));
     const QCommandLineOption sizeOption(QStringLiteral("size"), QStringLiteral("Size of the window for the tour."),
                                         QStringLiteral("WIDTHxHEIGHT"));
+    const QCommandLineOption tutorialOption(
+        QStringLiteral("tutorial"), QStringLiteral("Play the tutorial, record it with ffmpeg in FILE, then end."), QStringLiteral("FILE"));
     parser.addOptions({boardsOption, seedOption, tourOption, sizeOption});
+    parser.addOption(tutorialOption);
     parser.process(application);
 
     const QString tour = parser.isSet(tourOption) ? QDir(parser.value(tourOption)).absolutePath() : QString();
+    const QString tutorial = parser.isSet(tutorialOption) ? QDir().absoluteFilePath(parser.value(tutorialOption)) : QString();
     const QStringList size = parser.value(sizeOption).split(QLatin1Char('x'));
     workBesideData();
 
@@ -79,6 +84,8 @@ int main(int argc, char *argv[])
     setAvailablePortNames([ports] { return ports; });
 
     return runWorkbench(application, [&](MainWindow &window) {
+        if (!tutorial.isEmpty())
+            QTimer::singleShot(0, &window, [&window, tutorial] { QApplication::exit(recordTutorial(window, tutorial) ? 0 : 1); });
         if (tour.isEmpty())
             return;
         if (size.size() == 2)
