@@ -15,6 +15,10 @@ fi
 status=0
 fail() { echo "FAIL: $*"; status=1; }
 need() { [ -e "$2" ] || fail "$1 names ${2#"$root"}, which is not there"; }
+need_all() { # who names them, the folder; names from standard input
+    local name
+    while read -r name; do need "$1" "$2/$name"; done
+}
 checked() { # validator, arguments: where it is installed
     command -v "$1" >/dev/null || { echo "not installed, left out: $1"; return; }
     "$@" || fail "$*"
@@ -35,17 +39,17 @@ data=$root$(sed -n 's/^Path=//p' "$desktop")
 
 # What the texts name is there, and nothing in them is left unfilled.
 need "the desktop entry" "$data/VEK_logo_RGB_web.png"
-for program in $(sed -n 's/^Exec=//p' "$desktop"); do need "the desktop entry" "$root$program"; done
+need_all "the desktop entry" "$root" < <(sed -n 's/^Exec=\///p' "$desktop")
 icon=$(sed -n 's/^Icon=//p' "$desktop")
 for size in 48x48 256x256; do need "the desktop entry" "$share/icons/hicolor/$size/apps/$icon.png"; done
 need "the desktop entry" "$share/icons/hicolor/scalable/apps/$icon.svg"
 [ "$(sed -n 's/.*<icon type="stock">\(.*\)<.*/\1/p' "$metadata")" = "$icon" ] || fail "the metadata has another icon"
-for program in $(sed -n 's/.*<binary>\(.*\)<.*/\1/p' "$metadata"); do need "the metadata" "$root/usr/bin/$program"; done
-need "the metadata" "$share/applications/$(sed -n 's/.*<launchable.*>\(.*\)<.*/\1/p' "$metadata")"
+need_all "the metadata" "$root/usr/bin" < <(sed -n 's/.*<binary>\(.*\)<.*/\1/p' "$metadata")
+need_all "the metadata" "$share/applications" < <(sed -n 's/.*<launchable.*>\(.*\)<.*/\1/p' "$metadata")
 need "the project" "$share/doc/safety-workbench/copyright"
 for program in "$root"/usr/bin/*; do need "${program##*/}" "$share/man/man1/${program##*/}.1.gz"; done
 pages=$(zcat "$share"/man/man1/*.gz | sed 's/\\-/-/g; s/\\~/ /g; s/\\&//g')
-for rule in $(grep -oE '[0-9]+-[a-z-]+\.rules' <<<"$pages"); do need "a man page" "$root/usr/lib/udev/rules.d/$rule"; done
+need_all "a man page" "$root/usr/lib/udev/rules.d" < <(grep -oE '[0-9]+-[a-z-]+\.rules' <<<"$pages")
 while read -r file; do
     case $file in */Document/* | */Video/*) [ -e "$build/bin/${file#*/safety-workbench/}" ] || continue ;; esac
     need "a man page" "$root$file"
@@ -91,9 +95,7 @@ set_unread "$splash"
 mkdir "$root/elsewhere"
 (cd "$root/elsewhere" && PATH=/nowhere exec "$root/usr/bin/safety-workbench-demo" --tour "$root/tour") >/dev/null 2>&1 &
 running=($!)
-first_page() { [ -s "$root/tour/01-safety-module-cmu.png" ] || ! kill -0 "${running[0]}" 2>/dev/null; }
-eventually first_page
-[ -s "$root/tour/01-safety-module-cmu.png" ] || fail "safety-workbench-demo shows no page"
+eventually test -s "$root/tour/01-safety-module-cmu.png" || fail "safety-workbench-demo shows no page"
 was_read "$splash" || fail "safety-workbench-demo does not find the splash picture"
 [ "$(readlink "/proc/${running[0]}/cwd")" = "$data" ] || fail "safety-workbench-demo does not work in the data folder"
 board=$(cat "/proc/${running[0]}/task/${running[0]}/children" 2>/dev/null)
