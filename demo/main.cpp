@@ -53,6 +53,9 @@ int main(int argc, char *argv[])
     parser.setApplicationDescription(QStringLiteral("Runs the safety workbench in front of virtual boards."));
     parser.addHelpOption();
     parser.addVersionOption();
+    const QCommandLineOption tutorialOption(
+        QStringLiteral("tutorial"), QStringLiteral("Play the tutorial, record it with ffmpeg in FILE, then end."), QStringLiteral("FILE"));
+    parser.addOption(tutorialOption);
     const QCommandLineOption boardsOption(QStringLiteral("boards"), QStringLiteral("Number of boards (default 1)."),
                                           QStringLiteral("N"), QStringLiteral("1"));
     const QCommandLineOption seedOption(QStringLiteral("seed"), QStringLiteral("Seed of the boards' chance (default 1)."),
@@ -61,15 +64,12 @@ int main(int argc, char *argv[])
         QStringLiteral("tour"), QStringLiteral("Save a picture of every page in DIR, then end."), QStringLiteral("DIR"));
     const QCommandLineOption sizeOption(QStringLiteral("size"), QStringLiteral("Size of the window for the tour."),
                                         QStringLiteral("WIDTHxHEIGHT"));
-    const QCommandLineOption tutorialOption(
-        QStringLiteral("tutorial"), QStringLiteral("Play the tutorial, record it with ffmpeg in FILE, then end."), QStringLiteral("FILE"));
     parser.addOptions({boardsOption, seedOption, tourOption, sizeOption});
-    parser.addOption(tutorialOption);
     parser.process(application);
 
     const QString tour = parser.isSet(tourOption) ? QDir(parser.value(tourOption)).absolutePath() : QString();
-    const QString tutorial = parser.isSet(tutorialOption) ? QDir().absoluteFilePath(parser.value(tutorialOption)) : QString();
     const QStringList size = parser.value(sizeOption).split(QLatin1Char('x'));
+    const QString tutorial = parser.isSet(tutorialOption) ? QDir().absoluteFilePath(parser.value(tutorialOption)) : QString();
     workBesideData();
 
     const auto boards = startBoards(parser.value(boardsOption).toInt(), parser.value(seedOption));
