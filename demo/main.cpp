@@ -83,9 +83,12 @@ int main(int argc, char *argv[])
     }
     setAvailablePortNames([ports] { return ports; });
 
+    if (!tutorial.isEmpty()) {
+        return runWorkbench(application, [&](MainWindow &window) {
+            QTimer::singleShot(0, &window, [&] { QApplication::exit(recordTutorial(window, tutorial) ? 0 : 1); });
+        });
+    }
     return runWorkbench(application, [&](MainWindow &window) {
-        if (!tutorial.isEmpty())
-            QTimer::singleShot(0, &window, [&window, tutorial] { QApplication::exit(recordTutorial(window, tutorial) ? 0 : 1); });
         if (tour.isEmpty())
             return;
         if (size.size() == 2)
