@@ -4,6 +4,7 @@
 #include "demo/boardprocess.h"
 #include "demo/screenshots.h"
 #include "demo/tour.h"
+#include "demo/tutorial.h"
 #include "link/serialports.h"
 
 #include <QApplication>
@@ -18,11 +19,17 @@
 
 namespace {
 
-// The manual, the video and the splash picture are looked for in the working directory.
-void workBesideProgram()
+// The manual, the video and the splash picture are looked for in the working directory: where it lacks them, beside the
+// program, as in a build folder, or where an installation keeps them.
+void workBesideData()
 {
-    if (!QFile::exists(QStringLiteral("./VEK_logo_RGB_web.png")))
-        QDir::setCurrent(QApplication::applicationDirPath());
+    const QString programs = QApplication::applicationDirPath() + QLatin1Char('/');
+    for (const QString &folder : {QStringLiteral("."), programs, programs + QStringLiteral(WORKBENCH_DATA)}) {
+        if (QFile::exists(folder + QStringLiteral("/VEK_logo_RGB_web.png"))) {
+            QDir::setCurrent(folder);
+            return;
+        }
+    }
 }
 
 std::vector<std::unique_ptr<BoardProcess>> startBoards(int count, const QString &seed, bool paced)
@@ -49,6 +56,9 @@ int main(int argc, char *argv[])
     parser.setApplicationDescription(QStringLiteral("Runs the safety workbench in front of virtual boards."));
     parser.addHelpOption();
     parser.addVersionOption();
+    const QCommandLineOption tutorialOption(
+        QStringLiteral("tutorial"), QStringLiteral("Play the tutorial, record it with ffmpeg in FILE, then end."), QStringLiteral("FILE"));
+    parser.addOption(tutorialOption);
     const QCommandLineOption boardsOption(QStringLiteral("boards"), QStringLiteral("Number of boards (default 1)."),
                                           QStringLiteral("N"), QStringLiteral("1"));
     const QCommandLineOption seedOption(QStringLiteral("seed"), QStringLiteral("Seed of the boards' chance (default 1)."),
@@ -65,7 +75,8 @@ int main(int argc, char *argv[])
     const QString tour = parser.isSet(tourOption) ? QDir(parser.value(tourOption)).absolutePath() : QString();
     const QString screenshots = parser.isSet(screenshotsOption) ? QDir(parser.value(screenshotsOption)).absolutePath() : QString();
     const QStringList size = parser.value(sizeOption).split(QLatin1Char('x'));
-    workBesideProgram();
+    const QString tutorial = parser.isSet(tutorialOption) ? QDir().absoluteFilePath(parser.value(tutorialOption)) : QString();
+    workBesideData();
 
     const auto boards = startBoards(parser.value(boardsOption).toInt(), parser.value(seedOption), screenshots.isEmpty());
     QStringList ports;
@@ -78,6 +89,11 @@ int main(int argc, char *argv[])
     }
     setAvailablePortNames([ports] { return ports; });
 
+    if (!tutorial.isEmpty()) {
+        return runWorkbench(application, [&](MainWindow &window) {
+            QTimer::singleShot(0, &window, [&] { QApplication::exit(recordTutorial(window, tutorial) ? 0 : 1); });
+        });
+    }
     return runWorkbench(application, [&](MainWindow &window) {
         if (!screenshots.isEmpty())
             new Screenshots(window, screenshots, ports);
