@@ -51,6 +51,7 @@ bool MainWindow::Receivedata_Unpacking(QByteArray data, QList<frameData> &frames
 
 void MainWindow::dispatch(const frameData &frame)
 {
+    ++m_receive.rxFrameCount;
     if (frame.moduleId == static_cast<uint8_t>(protocol::ModuleId::Text)) {
         textview::append(*ui->textBrowser_temp, {QString::fromLatin1(frame.data.constData())});
     } else if (frame.moduleId < decoders.size()) {

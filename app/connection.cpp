@@ -30,7 +30,8 @@ protected:
     }
 };
 
-QString selectPort(QWidget *parent, const QStringList &names)
+// Its own copy of the names: while the box is open the list can be made anew.
+QString selectPort(QWidget *parent, const QStringList names)
 {
     PortBox box(parent);
     box.setTextFormat(Qt::PlainText);

@@ -42,6 +42,8 @@ public:
 
     /// True when the user answered No to going on without a port: the program is to end without showing the window.
     bool startRefused() const { return m_startRefused; }
+    /// What has arrived, and what of it waits for its rest.
+    const ReceiveState &receiveState() const { return m_receive; }
 
 signals:
     void receiveData(uint8_t, QList<frameData>);

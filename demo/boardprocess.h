@@ -14,7 +14,8 @@ public:
     bool isRunning() const { return !m_tty.isEmpty(); }
     /// Path of the terminal line, "/dev/pts/4".
     QString tty() const { return m_tty; }
-    QString errorString() const { return m_process.errorString(); }
+    /// Why it does not run.
+    QString errorString() const;
 
 private:
     QProcess m_process;

@@ -11,6 +11,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
 
@@ -32,14 +33,44 @@ void workBesideData()
     }
 }
 
-std::vector<std::unique_ptr<BoardProcess>> startBoards(int count, const QString &seed, bool paced)
+// Options of the virtual board that are passed on to it as they are.
+struct BoardOption {
+    const char *name;
+    const char *value;
+    const char *help;
+};
+
+constexpr BoardOption boardOptions[] = {
+    {"seed", "N", "Seed of the boards' chance."},
+    {"noise", "RATE", "A bad cable: flip each bit with this probability."},
+    {"drop", "RATE", "A bad cable: lose each byte with this probability."},
+    {"duplicate", "RATE", "A bad cable: double each byte with this probability."},
+    {"stall", "SECONDS", "A bad cable: stop for SECONDS now and then."},
+    {"hang-up", "AFTER", "A bad cable: unplugged AFTER seconds, plugged in again 1 s later, again and again."},
+};
+
+QStringList passedOn(const QCommandLineParser &parser)
+{
+    QStringList options{QStringLiteral("--power-cycle-after"), QStringLiteral("5")};
+    if (parser.isSet(QStringLiteral("screenshots")))
+        options << QStringLiteral("--no-pace"); // the same pieces each time
+    for (const BoardOption &option : boardOptions) {
+        const QString name = QString::fromLatin1(option.name);
+        if (parser.isSet(name))
+            options << QStringLiteral("--") + name << parser.value(name);
+    }
+    return options;
+}
+
+// Each board has a name in `folder`, which stays when a bad cable brings the board back on another terminal.
+std::vector<std::unique_ptr<BoardProcess>> startBoards(int count, const QStringList &options, const QTemporaryDir &folder)
 {
     std::vector<std::unique_ptr<BoardProcess>> boards;
-    for (int i = 0; i < count; ++i) {
-        QStringList options = {QStringLiteral("--power-cycle-after"), QStringLiteral("5"), QStringLiteral("--seed"), seed};
-        if (!paced)
-            options.append(QStringLiteral("--no-pace"));
-        boards.push_back(std::make_unique<BoardProcess>(options));
+    for (int i = 1; i <= count; ++i) {
+        QStringList link;
+        if (options.contains(QStringLiteral("--hang-up")))
+            link = QStringList{QStringLiteral("--link"), folder.filePath(QStringLiteral("board-%1").arg(i))};
+        boards.push_back(std::make_unique<BoardProcess>(options + link));
     }
     return boards;
 }
@@ -61,15 +92,15 @@ int main(int argc, char *argv[])
     parser.addOption(tutorialOption);
     const QCommandLineOption boardsOption(QStringLiteral("boards"), QStringLiteral("Number of boards (default 1)."),
                                           QStringLiteral("N"), QStringLiteral("1"));
-    const QCommandLineOption seedOption(QStringLiteral("seed"), QStringLiteral("Seed of the boards' chance (default 1)."),
-                                        QStringLiteral("N"), QStringLiteral("1"));
     const QCommandLineOption tourOption(
         QStringLiteral("tour"), QStringLiteral("Save a picture of every page in DIR, then end."), QStringLiteral("DIR"));
     const QCommandLineOption sizeOption(QStringLiteral("size"), QStringLiteral("Size of the window for the tour."),
                                         QStringLiteral("WIDTHxHEIGHT"));
     const QCommandLineOption screenshotsOption(
         QStringLiteral("screenshots"), QStringLiteral("Save the pictures of the manual in DIR, then end."), QStringLiteral("DIR"));
-    parser.addOptions({boardsOption, seedOption, tourOption, sizeOption, screenshotsOption});
+    parser.addOptions({boardsOption, tourOption, sizeOption, screenshotsOption});
+    for (const BoardOption &option : boardOptions)
+        parser.addOption({QString::fromLatin1(option.name), QString::fromLatin1(option.help), QString::fromLatin1(option.value)});
     parser.process(application);
 
     const QString tour = parser.isSet(tourOption) ? QDir(parser.value(tourOption)).absolutePath() : QString();
@@ -78,7 +109,8 @@ int main(int argc, char *argv[])
     const QString tutorial = parser.isSet(tutorialOption) ? QDir().absoluteFilePath(parser.value(tutorialOption)) : QString();
     workBesideData();
 
-    const auto boards = startBoards(parser.value(boardsOption).toInt(), parser.value(seedOption), screenshots.isEmpty());
+    const QTemporaryDir names;
+    const auto boards = startBoards(parser.value(boardsOption).toInt(), passedOn(parser), names);
     QStringList ports;
     for (const auto &board : boards) {
         if (!board->isRunning()) {

@@ -10,6 +10,7 @@ struct ReceiveState {
     QByteArray rxRemainder;     // bytes of an incomplete frame, carried over
     bool rxPending = false;     // rxRemainder holds a frame's start
     quint32 rxPartialCount = 0; // incomplete frames met; never shown
+    quint64 rxFrameCount = 0;   // frames handed on; never shown
     QString rxText;             // the latest arrival as text, up to its first NUL; never shown
 
     /// The data to parse for an arrival of `chunk`: behind a carried frame start, else alone. A pending remainder is

@@ -207,11 +207,13 @@ void MainWindow::on_pushButton_freqlim_set_clicked()
                QStringLiteral("CMU%1 had been closed. Please open and try again.").arg(monitor), QMessageBox::Ok);
         return;
     }
+    // What was asked about is what is sent, whatever is chosen while the limits flash.
+    const QString command = cmu::limitCommand(ui->comboBox_cmu_choice->currentText(), ui->spinBox_cmu_fmax->value(),
+                                              ui->spinBox_cmu_fmin->value());
     if (!confirmLimits(monitor))
         return;
     modifycmuFreq(monitor);
-    sendCommand(cmu::limitCommand(ui->comboBox_cmu_choice->currentText(), ui->spinBox_cmu_fmax->value(),
-                                  ui->spinBox_cmu_fmin->value()));
+    sendCommand(command);
 }
 
 void MainWindow::modifycmuFreq(int index)

@@ -7,7 +7,8 @@
 #include <QSocketNotifier>
 #include <QTextStream>
 
-#include <memory>
+#include <cmath>
+#include <cstdlib>
 
 #include <signal.h>
 #include <unistd.h>
@@ -27,6 +28,36 @@ void endWithStandardInput(QObject *context)
     });
 }
 
+[[noreturn]] void refuse(const QString &complaint)
+{
+    QTextStream(stderr) << "virtual-board: " << complaint << Qt::endl;
+    std::exit(1);
+}
+
+// Reads a number from 0 to `highest`; anything else ends the program.
+double numberOf(const QCommandLineParser &parser, const QCommandLineOption &option, double highest)
+{
+    const QString text = parser.value(option);
+    bool isNumber = false;
+    const double number = text.toDouble(&isNumber);
+    if (!isNumber || !(number >= 0 && number <= highest))
+        refuse(QStringLiteral("--%1 takes a number from 0 to %2, not \"%3\"").arg(option.names().constFirst()).arg(highest, 0, 'f', 0).arg(text));
+    return number;
+}
+
+constexpr double kLongestSeconds = 86400;
+
+int millisecondsOf(const QCommandLineParser &parser, const QCommandLineOption &option)
+{
+    return static_cast<int>(std::lround(numberOf(parser, option, kLongestSeconds) * 1000));
+}
+
+QCommandLineOption number(const char *name, const char *help, const char *value, const char *standard = "0")
+{
+    return QCommandLineOption(QString::fromLatin1(name), QString::fromLatin1(help), QString::fromLatin1(value),
+                              QString::fromLatin1(standard));
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -41,26 +72,30 @@ int main(int argc, char *argv[])
     parser.addVersionOption();
     const QCommandLineOption verbose(QStringLiteral("verbose"), QStringLiteral("Log each command on standard error."));
     const QCommandLineOption noPace(QStringLiteral("no-pace"), QStringLiteral("Send as fast as the bytes are taken."));
-    const QCommandLineOption seed(QStringLiteral("seed"), QStringLiteral("Seed of all chance (default 1)."),
-                                  QStringLiteral("N"), QStringLiteral("1"));
-    const QCommandLineOption powerCycle(QStringLiteral("power-cycle-after"),
-                                        QStringLiteral("Power-cycle a board held in reset after SECONDS."),
-                                        QStringLiteral("SECONDS"));
-    const QCommandLineOption withStdin(QStringLiteral("exit-with-stdin"),
-                                       QStringLiteral("End when standard input reaches its end."));
-    parser.addOptions({verbose, noPace, seed, powerCycle, withStdin});
+    const QCommandLineOption link(QStringLiteral("link"), QStringLiteral("Make PATH a symbolic link to the terminal."), QStringLiteral("PATH"));
+    const QCommandLineOption withStdin(QStringLiteral("exit-with-stdin"), QStringLiteral("End when standard input reaches its end."));
+    const auto seed = number("seed", "Seed of all chance (default 1).", "N", "1");
+    const auto powerCycle = number("power-cycle-after", "Power-cycle a board held in reset after SECONDS.", "SECONDS");
+    const auto noise = number("noise", "Flip each bit with this probability, both ways.", "RATE");
+    const auto drop = number("drop", "Lose each byte with this probability, both ways.", "RATE");
+    const auto duplicate = number("duplicate", "Double each byte with this probability, both ways.", "RATE");
+    const auto stall = number("stall", "Stop sending for SECONDS, each time after 5 to 15 times as long.", "SECONDS");
+    const auto hangUp = number("hang-up", "Hang up AFTER seconds and come back 1 s later on a new terminal, again and again.", "AFTER");
+    parser.addOptions({verbose, noPace, seed, powerCycle, noise, drop, duplicate, stall, hangUp, link, withStdin});
     parser.process(application);
 
     VirtualBoard::Options options;
-    options.seed = parser.value(seed).toUInt();
+    options.seed = static_cast<quint32>(numberOf(parser, seed, 4294967295.0));
     options.paced = !parser.isSet(noPace);
-    if (parser.isSet(powerCycle))
-        options.powerCycleAfterMs = static_cast<int>(parser.value(powerCycle).toDouble() * 1000);
+    options.powerCycleAfterMs = millisecondsOf(parser, powerCycle);
+    options.cable = {numberOf(parser, noise, 1), numberOf(parser, drop, 1), numberOf(parser, duplicate, 1),
+                     millisecondsOf(parser, stall), millisecondsOf(parser, hangUp)};
+    options.link = parser.value(link);
     VirtualBoard board(options);
-    if (board.tty().isEmpty()) {
-        QTextStream(stderr) << "virtual-board: no pseudo-terminal to be had" << Qt::endl;
-        return 1;
-    }
+    if (board.line().tty().isEmpty())
+        refuse(QStringLiteral("no pseudo-terminal to be had"));
+    if (board.tty().isEmpty())
+        refuse(QStringLiteral("no link can be made at \"%1\"").arg(options.link));
     if (parser.isSet(verbose)) {
         QObject::connect(&board.board(), &Board::executed, &application,
                          [](const QString &line) { QTextStream(stderr) << line << Qt::endl; });
@@ -74,6 +109,8 @@ int main(int argc, char *argv[])
     if (parser.isSet(withStdin))
         endWithStandardInput(&application);
 
-    QTextStream(stdout) << "tty: " << board.tty() << Qt::endl;
+    const auto nameTerminal = [&board] { QTextStream(stdout) << "tty: " << board.tty() << Qt::endl; };
+    QObject::connect(&board, &VirtualBoard::pluggedIn, &application, nameTerminal);
+    nameTerminal();
     return QCoreApplication::exec();
 }

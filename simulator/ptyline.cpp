@@ -55,19 +55,13 @@ int withWholeSync(const char *bytes, int count, int available)
 
 } // namespace
 
-PtyLine::PtyLine(quint32 seed, QObject *parent) : QObject(parent), m_master(openRawTerminal()), m_random(seed)
+PtyLine::PtyLine(quint32 seed, QObject *parent) : QObject(parent), m_random(seed)
 {
-    if (m_master < 0)
-        return;
-    m_tty = QString::fromLocal8Bit(ptsname(m_master));
-    m_readable = std::make_unique<QSocketNotifier>(m_master, QSocketNotifier::Read);
-    m_readable->setEnabled(false);
-    connect(m_readable.get(), &QSocketNotifier::activated, this, &PtyLine::readAvailable);
     m_pace.setTimerType(Qt::PreciseTimer);
     m_pace.setInterval(kPaceMs);
     connect(&m_pace, &QTimer::timeout, this, &PtyLine::flush);
     connect(&m_watch, &QTimer::timeout, this, &PtyLine::lookForProgram);
-    m_watch.start(kWatchMs);
+    plugIn();
 }
 
 PtyLine::~PtyLine()
@@ -98,6 +92,19 @@ void PtyLine::hangUp()
     if (m_master >= 0)
         close(m_master);
     m_master = -1;
+}
+
+void PtyLine::plugIn()
+{
+    hangUp();
+    m_master = openRawTerminal();
+    m_tty = m_master >= 0 ? QString::fromLocal8Bit(ptsname(m_master)) : QString();
+    if (m_master < 0)
+        return;
+    m_readable = std::make_unique<QSocketNotifier>(m_master, QSocketNotifier::Read);
+    m_readable->setEnabled(false);
+    connect(m_readable.get(), &QSocketNotifier::activated, this, &PtyLine::readAvailable);
+    m_watch.start(kWatchMs);
 }
 
 // A terminal that nobody has open is always "readable" and reports an error: it is watched by a slow timer instead.

@@ -37,8 +37,10 @@ public:
 
     /// Sends bytes. While no program has the line open they are lost.
     void send(const QByteArray &bytes);
-    /// The board goes away for good: the program's end reports errors from now on.
+    /// The line goes away: the program's end reports errors from now on.
     void hangUp();
+    /// After a hang-up: a new terminal, which may have another name.
+    void plugIn();
 
 signals:
     void received(const QByteArray &bytes);

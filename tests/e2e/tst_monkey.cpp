@@ -1,102 +1,136 @@
-// Anything can run inside a wait: a seeded monkey presses buttons, turns pages and sends frames while handlers wait.
+// Anything can run inside a wait: a seeded monkey presses buttons, turns pages, types, opens the console and sends frames
+// while handlers wait; and the program may end there.
 #include "tests/support/boxanswerer.h"
+#include "tests/support/monkey.h"
 #include "tests/support/workbench.h"
 
 #include "link/serialline.h"
 #include "protocol/frame.h"
 
-#include <QAbstractButton>
-#include <QGroupBox>
-#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 
-#include <random>
+namespace {
+
+// What waits, in each of its ways; long ones first.
+struct Wait {
+    const char *what;
+    void (*start)(MainWindow &window);
+};
+
+constexpr Wait waits[] = {
+    {"limits past the clock", [](MainWindow &window) { window.on_pushButton_cmu_fault4_clicked(); }},
+    {"refresh with self-tests",
+     [](MainWindow &window) {
+         window.BISTDataFrameUnpack(1, 26, QByteArray(26, '\xFF'));
+         window.resetUpdate();
+     }},
+    {"limits", [](MainWindow &window) { window.modifycmuFreq(4); }},
+    {"status poll", [](MainWindow &window) { window.Get_Status(); }},
+    {"engine error", [](MainWindow &window) { window.CSEDataFrameUnpack(1, 1, QByteArray("\x02")); }},
+    {"checksum", [](MainWindow &window) { window.on_pushButton_CRC_set_clicked(); }},
+    {"channel", [](MainWindow &window) { window.on_pushButton_intcm_config_clicked(); }},
+    {"memory errors cleared", [](MainWindow &window) { window.on_pushButton_memu_faultstatus_clear_clicked(); }},
+    {"page of the clocks", [](MainWindow &window) { window.on_tabWidget_safety_currentChanged(0); }},
+    {"box", [](MainWindow &window) { window.GUI_About(); }},
+    {"console", [](MainWindow &window) { window.console_mode(); }},
+};
+constexpr int kWaits = static_cast<int>(std::size(waits));
+constexpr int kLongWaits = 2;
+constexpr int kWithoutModal = kWaits - 2;
+
+} // namespace
 
 class TestMonkey : public QObject
 {
     Q_OBJECT
 
 private:
-    int below(int count) { return int(m_random() % unsigned(count)); }
-
-    void pressSomething()
-    {
-        const auto buttons = m_bench->window().centralWidget()->findChildren<QAbstractButton *>();
-        QAbstractButton *button = buttons.at(below(int(buttons.size())));
-        if (button->isEnabled() && button->objectName().contains('_'))
-            button->click();
-    }
-
-    void turnSomewhere()
-    {
-        const auto tabs = m_bench->window().findChildren<QTabWidget *>();
-        QTabWidget *widget = tabs.at(below(int(tabs.size())));
-        widget->setCurrentIndex(below(widget->count()));
-    }
-
-    void sendSomething()
+    void sendSomething(Workbench &bench, Monkey &monkey)
     {
         QByteArray payload;
-        for (int n = below(40); n > 0; --n)
-            payload.append(char(m_random()));
-        QByteArray frame = protocol::encodeFrame(static_cast<protocol::ModuleId>(below(19)), quint8(below(6)), payload);
-        if (below(4) == 0)
-            frame[below(int(frame.size()))] = char(m_random());
-        m_bench->virtualBoard().line().send(frame);
+        for (int n = monkey.below(40); n > 0; --n)
+            payload.append(char(monkey.below(256)));
+        QByteArray frame = protocol::encodeFrame(static_cast<protocol::ModuleId>(monkey.below(19)), quint8(monkey.below(6)), payload);
+        if (monkey.below(4) == 0)
+            frame[monkey.below(int(frame.size()))] = char(monkey.below(256));
+        bench.virtualBoard().line().send(frame);
     }
 
-    void act()
+    // Starts these waits, each inside the one before, and does the last thing inside them all.
+    void startInside(MainWindow &window, int first, int behind, const std::function<void()> &last)
     {
-        if (m_left-- <= 0)
-            return;
-        QTimer::singleShot(50, this, &TestMonkey::act); // the next one comes whatever this one waits for
-        switch (below(8)) {
-        case 0: turnSomewhere(); break;
-        case 1: m_bench->window().Serialport_close(); break;
-        case 2: m_bench->window().Serialport_open(); break;
-        case 3: case 4: sendSomething(); break;
-        default: pressSomething(); break;
-        }
-        ++m_done;
+        if (first == behind)
+            return last();
+        QTimer::singleShot(15, &window, [this, &window, first, behind, last] { startInside(window, first + 1, behind, last); });
+        waits[first].start(window);
+        ++m_returned;
     }
 
 private slots:
     void buttonsAndFramesInsideWaits()
     {
-        m_bench = std::make_unique<Workbench>();
+        Workbench bench;
         BoxAnswerer answers;
-        act();
-        // Handlers return innermost first; the last one that waits is the first that was pressed.
-        QTRY_VERIFY_WITH_TIMEOUT(m_left < 0 && m_done == kActions, 90000);
-        if (m_bench->board().isHeld())
-            m_bench->board().powerCycle();
-        m_bench->window().Serialport_open();
-        m_bench->find<QLineEdit>("lineEdit_sysworkmode")->clear();
+        Monkey monkey(bench.window(), 5, kDeepest);
+        for (const char *action : {"actionclose", "actionopen", "actionabout"})
+            monkey.addMenu(1, action);
+        monkey.addConsole(1, 150);
+        monkey.add(5, [&] { sendSomething(bench, monkey); });
+        monkey.start(25, kActions);
+        QTRY_COMPARE_WITH_TIMEOUT(monkey.actions(), kActions, 60000);
+        QTRY_VERIFY_WITH_TIMEOUT(monkey.isIdle(), 30000);
+        QVERIFY(monkey.deepest() > 2);
+        if (bench.board().isHeld())
+            bench.board().powerCycle();
+        bench.window().Serialport_open();
+        bench.find<QLineEdit>("lineEdit_sysworkmode")->clear();
         QTRY_VERIFY(gSerialPort->isOpen());
-        QTRY_VERIFY_WITH_TIMEOUT([this] {
-            m_bench->window().Get_Status();
-            return m_bench->text("lineEdit_sysworkmode") == "RUN0";
+        QTRY_VERIFY_WITH_TIMEOUT([&] {
+            bench.window().Get_Status();
+            return bench.text("lineEdit_sysworkmode") == "RUN0";
         }(), 20000);
     }
 
-    // The window goes while a handler of its own waits: the handler ends first.
-    void closingInTheMiddleOfAnAnimation()
+    void theProgramEndsInsideWaits_data()
     {
-        BoxAnswerer answers;
-        m_bench->turnTo(m_bench->find<QWidget>("pushButton_cmu_fault1"));
-        QTimer::singleShot(200, &m_bench->window(), &QWidget::close);
-        m_bench->find<QAbstractButton>("pushButton_cmu_fault1")->click();
-        QVERIFY(!m_bench->window().isVisible());
-        m_bench.reset();
+        QTest::addColumn<int>("first");
+        QTest::addColumn<int>("behind");
+        QTest::addColumn<bool>("closes");
+        QTest::newRow("all of them, its window is closed") << 0 << kWithoutModal << true;
+        QTest::newRow("a box is open, its window is closed") << kLongWaits << kWithoutModal + 1 << true;
+        QTest::newRow("the console is open") << kLongWaits << kWaits << false;
+    }
+
+    // All of them return, the last started first, and only then does the window go.
+    void theProgramEndsInsideWaits()
+    {
+        QFETCH(int, first);
+        QFETCH(int, behind);
+        QFETCH(bool, closes);
+        auto bench = std::make_unique<RawBench>();
+        m_returned = 0;
+        QTimer::singleShot(0, this, [&] {
+            startInside(bench->window(), first, behind, [&] {
+                if (closes)
+                    bench->window().close();
+                else
+                    QApplication::quit();
+            });
+        });
+        QCOMPARE(QApplication::exec(), 0);
+        QCOMPARE(m_returned, behind - first);
+        QVERIFY(gSerialPort->isOpen());
+        bench.reset();
+        QApplication::processEvents();
     }
 
 private:
-    static constexpr int kActions = 160;
-    std::mt19937 m_random{20261121};
-    std::unique_ptr<Workbench> m_bench;
-    int m_left = kActions;
-    int m_done = 0;
+    // Waits inside one another end one after the other: these decide how long this takes.
+    static constexpr int kActions = 60;
+    static constexpr int kDeepest = 3;
+
+    int m_returned = 0;
 };
 
 QTEST_MAIN(TestMonkey)

@@ -102,6 +102,48 @@ private slots:
         QCOMPARE(board.exitCode(), 0);
     }
 
+    void nonsenseIsRefused_data()
+    {
+        QTest::addColumn<QString>("program");
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<QString>("complaint");
+        const auto row = [](const char *option, const char *complaint, const char *program = VIRTUAL_BOARD) {
+            QTest::newRow(option) << program << option << complaint;
+        };
+        row("--noise=2", "--noise takes a number from 0 to 1, not \"2\"");
+        row("--drop=nan", "--drop takes a number from 0 to 1, not \"nan\"");
+        row("--duplicate=", "--duplicate takes a number from 0 to 1, not \"\"");
+        row("--stall=-1", "--stall takes a number from 0 to 86400, not \"-1\"");
+        row("--hang-up=soon", "--hang-up takes a number from 0 to 86400, not \"soon\"");
+        row("--link=/no/such/folder/board", "no link can be made at \"/no/such/folder/board\"");
+        row("--noise=x", "--noise takes a number from 0 to 1, not \"x\"", DEMONSTRATION);
+    }
+
+    void nonsenseIsRefused()
+    {
+        QFETCH(QString, program);
+        QFETCH(QString, option);
+        QFETCH(QString, complaint);
+        QProcess process;
+        process.start(program, {option});
+        QVERIFY(process.waitForFinished(10000));
+        QCOMPARE(process.exitCode(), 1);
+        const QString said = QString::fromLocal8Bit(process.readAllStandardError());
+        QVERIFY2(said.contains("virtual-board: " + complaint), qPrintable(said));
+    }
+
+    void aBoardThatComesBackNamesItsLineAgain()
+    {
+        const QTemporaryDir folder;
+        BoardProcess board({"--hang-up", "0.1", "--link", folder.filePath("board")});
+        QCOMPARE(board.tty, "tty: " + folder.filePath("board"));
+        while (!board.canReadLine() && board.waitForReadyRead(5000)) { }
+        QCOMPARE(QString::fromLocal8Bit(board.readLine()).trimmed(), board.tty);
+        board.terminate();
+        QVERIFY(board.waitForFinished(5000));
+        QVERIFY(!QFileInfo(folder.filePath("board")).isSymLink());
+    }
+
     // However the demonstration ends, its boards end with it.
     void theDemonstrationLeavesNoBoard()
     {

@@ -93,7 +93,7 @@ QString RawBench::sent()
     return QString::fromLatin1(bytes).replace(QLatin1String("\r\n"), QLatin1String("|"));
 }
 
-Workbench::Workbench() : m_board(std::make_unique<VirtualBoard>())
+Workbench::Workbench(const VirtualBoard::Options &options) : m_board(std::make_unique<VirtualBoard>(options))
 {
     connect(&board(), &Board::executed, this, [this](const QString &line) { commands.append(line); });
     build(m_board->tty());

@@ -65,7 +65,7 @@ class Workbench : public Bench
     Q_OBJECT
 
 public:
-    Workbench();
+    explicit Workbench(const VirtualBoard::Options &options = {});
 
     VirtualBoard &virtualBoard() { return *m_board; }
     Board &board() { return m_board->board(); }
