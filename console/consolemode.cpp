@@ -8,14 +8,13 @@
 void MainWindow::console_mode()
 {
     closeLine(*gSerialPort);
-    auto *console = new consoleForm;
-    console->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
-    console->setWindowModality(Qt::ApplicationModal);
-    console->setAttribute(Qt::WA_DeleteOnClose);
-    console->show();
-    m_console = console;
+    m_console = new consoleForm;
+    m_console->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    m_console->setWindowModality(Qt::ApplicationModal);
+    m_console->setAttribute(Qt::WA_DeleteOnClose);
+    m_console->show();
     QEventLoop untilClosed;
-    connect(console, &consoleForm::finish, &untilClosed, &QEventLoop::quit);
+    connect(m_console, &consoleForm::finish, &untilClosed, &QEventLoop::quit);
     untilClosed.exec();
     if (m_console)
         m_console->close(); // the program ends

@@ -27,7 +27,7 @@ public:
     QByteArray bytes(std::size_t most = SIZE_MAX)
     {
         const std::size_t count = std::min(most, m_left);
-        const QByteArray taken(reinterpret_cast<const char *>(m_data), static_cast<int>(count));
+        QByteArray taken(reinterpret_cast<const char *>(m_data), static_cast<int>(count));
         m_data += count;
         m_left -= count;
         return taken;
