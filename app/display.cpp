@@ -44,10 +44,10 @@ Pause::~Pause()
     batches = m_batches;
 }
 
-void later(const void *key, std::function<void()> work)
+void later(const void *key, const std::function<void()> &work)
 {
     if (batches > 0)
-        waiting.insert(key, std::move(work));
+        waiting.insert(key, work);
     else
         work();
 }

@@ -40,7 +40,7 @@ private:
 };
 
 /// Runs `work` at once, or at the batch's end; of several works for one `key` only the latest.
-void later(const void *key, std::function<void()> work);
+void later(const void *key, const std::function<void()> &work);
 
 /// Set the text where it differs.
 void text(QLabel *label, const QString &text);

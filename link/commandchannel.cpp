@@ -3,6 +3,7 @@
 #include "link/serialline.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QTime>
 #include <QTimer>
 
@@ -27,12 +28,15 @@ void sendCommand(const QString &command)
 void delayMs(int milliseconds)
 {
     const QTime deadline = QTime::currentTime().addMSecs(milliseconds);
+    // The time of day goes back at midnight and when somebody sets it: no wait grows longer by that.
+    QElapsedTimer waited;
+    waited.start();
     // Something to wake up for: a round without events would otherwise either spin or never end.
     QTimer wake;
     wake.setTimerType(Qt::PreciseTimer);
     const auto events = depth < kDeepest ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents;
     ++depth;
-    while (QTime::currentTime() < deadline) {
+    while (QTime::currentTime() < deadline && waited.elapsed() <= milliseconds) {
         wake.start(std::clamp(QTime::currentTime().msecsTo(deadline), 1, kRoundMs));
         QCoreApplication::processEvents(events | QEventLoop::WaitForMoreEvents);
     }

@@ -44,7 +44,7 @@ int nextSync(const char *bytes, int at, int size)
         if (bytes[at] == kSync0)
             return at;
     }
-    const void *sync = std::memchr(bytes + at, kSync0, static_cast<size_t>(size - at));
+    const void *sync = std::memchr(bytes + at, static_cast<unsigned char>(kSync0), static_cast<size_t>(size - at));
     return sync ? static_cast<int>(static_cast<const char *>(sync) - bytes) : size;
 }
 

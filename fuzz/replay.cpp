@@ -1,0 +1,40 @@
+// Runs a fuzz target once over each file of the folders that are named: the corpus as a test.
+#include <QDir>
+
+#include <cstdint>
+#include <cstdio>
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
+extern "C" __attribute__((weak)) int LLVMFuzzerInitialize(int *count, char ***arguments);
+
+namespace {
+
+bool replay(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray bytes = file.readAll();
+    std::fprintf(stderr, "%s\n", qPrintable(path)); // the last one named is the one that failed
+    return LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t *>(bytes.constData()), static_cast<size_t>(bytes.size())) == 0;
+}
+
+} // namespace
+
+int main(int count, char **arguments)
+{
+    if (LLVMFuzzerInitialize)
+        LLVMFuzzerInitialize(&count, &arguments);
+    int replayed = 0;
+    for (int i = 1; i < count; ++i) {
+        const QDir folder(QString::fromLocal8Bit(arguments[i]));
+        const QStringList names = folder.entryList(QDir::Files, QDir::Name);
+        for (const QString &name : names) {
+            if (!replay(folder.filePath(name)))
+                return 1;
+            ++replayed;
+        }
+    }
+    std::printf("%d inputs\n", replayed);
+    return replayed > 0 ? 0 : 1;
+}
