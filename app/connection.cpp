@@ -38,8 +38,12 @@ QString selectPort(QWidget *parent, const QStringList names)
     box.setText(QStringLiteral("Please select"));
     box.setInformativeText(QStringLiteral("Please select serialport name which used by GUI."));
     QList<QAbstractButton *> buttons;
-    for (const QString &name : names)
-        buttons.append(box.addButton(name, QMessageBox::AcceptRole));
+    for (const QString &name : names) {
+        QAbstractButton *button = box.addButton(name, QMessageBox::AcceptRole);
+        button->ensurePolished(); // gives it the style sheet's least width, which a long name does not fit into
+        button->setMinimumWidth(button->sizeHint().width());
+        buttons.append(button);
+    }
     box.exec();
     return names.value(buttons.indexOf(box.clickedButton()));
 }
