@@ -17,7 +17,7 @@ void onSignals(std::initializer_list<int> numbers, QObject *context, std::functi
     const int file = signalfd(-1, &wanted, SFD_CLOEXEC | SFD_NONBLOCK);
     auto *notifier = new QSocketNotifier(file, QSocketNotifier::Read, context);
     QObject::connect(notifier, &QSocketNotifier::activated, context, [file, handler = std::move(handler)] {
-        signalfd_siginfo signal;
+        signalfd_siginfo signal = {};
         while (read(file, &signal, sizeof signal) == sizeof signal)
             handler(static_cast<int>(signal.ssi_signo));
     });

@@ -104,7 +104,7 @@ private:
     // Whole blocks to work on; an error is reported where there are none.
     std::optional<QByteArray> blocks(const QStringList &arguments)
     {
-        const auto data = bytesOf(arguments.value(0));
+        auto data = bytesOf(arguments.value(0));
         if (!m_keys)
             sendStatus(cse::EmptyKey);
         else if (!data || data->isEmpty() || data->size() % crypto::kBlockSize != 0 || data->size() > kLargestResult)

@@ -108,7 +108,8 @@ private:
             m_board.say(QStringLiteral("inject 8 takes a number from 1 to 3"));
             return;
         }
-        for (std::size_t i = (*number - 1) * intcm::kMonitorsPerCore; i < *number * intcm::kMonitorsPerCore; ++i) {
+        const std::size_t first = std::size_t{*number - 1} * intcm::kMonitorsPerCore;
+        for (std::size_t i = first; i < first + intcm::kMonitorsPerCore; ++i) {
             if (m_channels[i].latency != 0) {
                 detect(i);
                 return;
