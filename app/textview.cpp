@@ -2,7 +2,9 @@
 
 #include "app/display.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextEdit>
@@ -33,6 +35,22 @@ void insertAtEnd(QTextEdit &view, const QStringList &reports)
     cursor.endEditBlock();
 }
 
+// A text's layout takes 8,388,607 pixels for endless: behind them a word that is wider than the view never ends.
+constexpr int kTallestPixels = 6'000'000; // and room for what one arrival may add
+
+QTextBlock firstVisible(const QTextDocument &document)
+{
+    int low = 0;
+    for (int high = document.blockCount(); low < high;) {
+        const int middle = low + (high - low) / 2;
+        if (document.findBlockByNumber(middle).isVisible())
+            high = middle;
+        else
+            low = middle + 1;
+    }
+    return document.findBlockByNumber(low);
+}
+
 } // namespace
 
 void append(QTextEdit &view, const QStringList &reports)
@@ -42,8 +60,24 @@ void append(QTextEdit &view, const QStringList &reports)
     const QScrollBar *bar = view.verticalScrollBar();
     const bool atEnd = bar->value() >= bar->maximum();
     insertAtEnd(view, reports);
+    foldOlder(view);
     if (atEnd)
         view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+}
+
+void foldOlder(QTextEdit &view)
+{
+    if (view.verticalScrollBar()->maximum() <= kTallestPixels)
+        return;
+    QTextDocument &document = *view.document();
+    const QAbstractTextDocumentLayout &layout = *document.documentLayout();
+    QTextBlock block = firstVisible(document);
+    const int from = block.position();
+    for (; block != document.lastBlock() && layout.blockBoundingRect(block).bottom() < kTallestPixels / 2; block = block.next()) {
+        block.setVisible(false);
+        block.clearLayout();
+    }
+    document.markContentsDirty(from, block.position() - from);
 }
 
 void replace(QTextEdit &view, const QStringList &paragraphs)

@@ -10,6 +10,10 @@ namespace textview {
 /// Appends the reports in one edit, each from a line of its own on. The view follows the end if it showed the end.
 void append(QTextEdit &view, const QStringList &reports);
 
+/// Takes the older half of a text that has grown too tall for its layout (some 100,000 faults) out of sight: it stays in
+/// the text, without a place in the view. append() does so by itself.
+void foldOlder(QTextEdit &view);
+
 /// Puts the paragraphs in place of all text, in one edit; the view shows the start.
 void replace(QTextEdit &view, const QStringList &paragraphs);
 

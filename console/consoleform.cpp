@@ -1,6 +1,7 @@
 #include "console/consoleform.h"
 
 #include "app/messagebox.h"
+#include "app/textview.h"
 #include "link/serialline.h"
 #include "link/serialports.h"
 #include "ui_consoleform.h"
@@ -98,6 +99,7 @@ void consoleForm::consolePrint(QList<QString> read, int vector)
     for (int i = 0; i < vector && i < read.size(); ++i)
         m_view->print(read.at(i));
     edit.endEditBlock();
+    textview::foldOlder(*ui->textEdit);
     if (atEnd)
         bar->setValue(bar->maximum());
 }

@@ -3,14 +3,19 @@
 #include "tests/support/workbench.h"
 
 #include "app/display.h"
+#include "app/textview.h"
 
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLCDNumber>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QVector>
 
 namespace {
 
@@ -138,6 +143,25 @@ private slots:
                 text = m_bench->find<QComboBox>(line.section('=', 0, 0).toLatin1())->currentText();
             QCOMPARE(text, line.section('=', 1));
         }
+    }
+
+    // A log that would grow taller than a layout can count keeps its text, and its newest part in view.
+    void logsTallerThanALayout()
+    {
+        QTextEdit view;
+        view.setStyleSheet("font-size: 1000px"); // each report wider than the view, and 8,000 of them too tall
+        view.resize(300, 1400);
+        view.show();
+        QApplication::processEvents();
+        for (int i = 0; i < 60; ++i)
+            textview::append(view, QStringList(QVector<QString>(200, QString::number(i)).toList()));
+        QCOMPARE(view.document()->blockCount(), 12000);
+        QVERIFY(view.toPlainText().startsWith("0\n0\n"));
+        QVERIFY(!view.document()->firstBlock().isVisible());
+        QVERIFY(view.document()->lastBlock().isVisible());
+        QVERIFY(view.verticalScrollBar()->maximum() > 3'000'000);
+        QVERIFY(view.verticalScrollBar()->maximum() < 6'000'000);
+        QCOMPARE(view.verticalScrollBar()->value(), view.verticalScrollBar()->maximum());
     }
 
     // Identifiers beyond the table: what the log says, what the panel and the history say.
