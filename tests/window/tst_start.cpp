@@ -1,4 +1,5 @@
 // Start-up: which port, which questions, which requests.
+#include "app/startup.h"
 #include "link/serialline.h"
 #include "link/serialports.h"
 #include "tests/support/boxanswerer.h"
@@ -7,6 +8,7 @@
 #include <QAction>
 #include <QStatusBar>
 #include <QTest>
+#include <QTimer>
 
 class TestStart : public QObject
 {
@@ -107,6 +109,18 @@ private slots:
         MainWindow window;
         QCOMPARE(answers.seen(), QStringList(QStringLiteral("Warning|Serialport can not open, please check.")));
         QVERIFY2(portState(window).contains(name + QStringLiteral(" - closed: ") + reason), qPrintable(portState(window)));
+    }
+
+    // The box before the window is shown is the last window closed then: that ends nothing.
+    void aRefusedPortAtStartDoesNotEndTheProgram()
+    {
+        setAvailablePortNames([] { return QStringList{"/dev/no-such-board"}; });
+        BoxAnswerer answers;
+        const int code = runWorkbench(*qApp, [](MainWindow &window) {
+            QTimer::singleShot(0, &window, [&window] { QApplication::exit(window.isVisible() ? 7 : 1); });
+        });
+        QCOMPARE(code, 7);
+        QCOMPARE(answers.seen().size(), 1);
     }
 
     void aHeldPortIsRefused()
