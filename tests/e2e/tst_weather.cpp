@@ -10,7 +10,9 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QScopeGuard>
+#include <QSet>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -138,7 +140,7 @@ private slots:
         QTest::newRow("all") << 0.001 << 0.005 << 0.005 << 1;
     }
 
-    // 400 numbered messages among the reports of all modules: most arrive as they were sent, none out of turn.
+    // 400 numbered messages among the reports of all modules: where nothing is damaged all arrive, in turn.
     void aBadCable()
     {
         QFETCH(double, noise);
@@ -149,8 +151,10 @@ private slots:
         BoxAnswerer answers; // a damaged report may speak of a clock out of its limits
         m_bench->find<QTextEdit>("textBrowser_temp")->clear();
         board().cable().setFaults({noise, drop, duplicate, stallMs, 0});
+        QStringList sent;
         for (int i = 0; i < count; ++i) {
-            m_bench->board().say(QStringLiteral("message %1").arg(i));
+            sent.append(QStringLiteral("message %1").arg(i));
+            m_bench->board().say(sent.last());
             m_bench->board().execute(QStringLiteral("get %1").arg(i % 12));
             if (i % 10 == 0)
                 QTest::qWait(1); // a line has its pauses, in which a stall can begin and end
@@ -158,15 +162,10 @@ private slots:
         QVERIFY(recovers());
         board().cable().setFaults({});
         QVERIFY(recovers());
-        const QStringList lines = m_bench->text("textBrowser_temp").split('\n');
-        int intact = 0, next = 0;
-        for (int i = 0; i < count; ++i) {
-            const int at = lines.indexOf(QStringLiteral("message %1").arg(i), next);
-            intact += at >= 0;
-            next = at >= 0 ? at + 1 : next;
-        }
+        const QStringList lines = m_bench->text("textBrowser_temp").split('\n').filter(QRegularExpression("^message"));
+        const int intact = (QSet<QString>(lines.begin(), lines.end()) & QSet<QString>(sent.begin(), sent.end())).size();
         if (stallMs > 0 && noise <= 0)
-            QCOMPARE(intact, count);
+            QCOMPARE(lines, sent);
         else
             QVERIFY2(intact > count / 4 && intact < count, qPrintable(QString::number(intact)));
     }
