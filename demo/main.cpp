@@ -11,7 +11,6 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
 
@@ -62,16 +61,19 @@ QStringList passedOn(const QCommandLineParser &parser)
     return options;
 }
 
-// Each board has a name in `folder`, which stays when a bad cable brings the board back on another terminal.
-std::vector<std::unique_ptr<BoardProcess>> startBoards(int count, const QStringList &options, const QTemporaryDir &folder)
+// A name for a board that stays when a bad cable brings it back on another terminal. The board takes it away at its end.
+QStringList nameOf(int board)
+{
+    const QString name = QStringLiteral("virtual-board-%1-%2").arg(QCoreApplication::applicationPid()).arg(board);
+    return {QStringLiteral("--link"), QDir::temp().filePath(name)};
+}
+
+std::vector<std::unique_ptr<BoardProcess>> startBoards(int count, const QStringList &options)
 {
     std::vector<std::unique_ptr<BoardProcess>> boards;
-    for (int i = 1; i <= count; ++i) {
-        QStringList link;
-        if (options.contains(QStringLiteral("--hang-up")))
-            link = QStringList{QStringLiteral("--link"), folder.filePath(QStringLiteral("board-%1").arg(i))};
-        boards.push_back(std::make_unique<BoardProcess>(options + link));
-    }
+    const bool moves = options.contains(QStringLiteral("--hang-up"));
+    for (int i = 1; i <= count; ++i)
+        boards.push_back(std::make_unique<BoardProcess>(moves ? options + nameOf(i) : options));
     return boards;
 }
 
@@ -109,8 +111,7 @@ int main(int argc, char *argv[])
     const QString tutorial = parser.isSet(tutorialOption) ? QDir().absoluteFilePath(parser.value(tutorialOption)) : QString();
     workBesideData();
 
-    const QTemporaryDir names;
-    const auto boards = startBoards(parser.value(boardsOption).toInt(), passedOn(parser), names);
+    const auto boards = startBoards(parser.value(boardsOption).toInt(), passedOn(parser));
     QStringList ports;
     for (const auto &board : boards) {
         if (!board->isRunning()) {
