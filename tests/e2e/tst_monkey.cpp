@@ -13,31 +13,27 @@
 namespace {
 
 // What waits, in each of its ways; long ones first.
-struct Wait {
-    const char *what;
-    void (*start)(MainWindow &window);
-};
+using Wait = void (*)(MainWindow &window);
 
 constexpr Wait waits[] = {
-    {"limits past the clock", [](MainWindow &window) { window.on_pushButton_cmu_fault4_clicked(); }},
-    {"refresh with self-tests",
-     [](MainWindow &window) {
-         window.BISTDataFrameUnpack(1, 26, QByteArray(26, '\xFF'));
-         window.resetUpdate();
-     }},
-    {"limits", [](MainWindow &window) { window.modifycmuFreq(4); }},
-    {"status poll", [](MainWindow &window) { window.Get_Status(); }},
-    {"engine error", [](MainWindow &window) { window.CSEDataFrameUnpack(1, 1, QByteArray("\x02")); }},
-    {"checksum", [](MainWindow &window) { window.on_pushButton_CRC_set_clicked(); }},
-    {"channel", [](MainWindow &window) { window.on_pushButton_intcm_config_clicked(); }},
-    {"memory errors cleared", [](MainWindow &window) { window.on_pushButton_memu_faultstatus_clear_clicked(); }},
-    {"page of the clocks", [](MainWindow &window) { window.on_tabWidget_safety_currentChanged(0); }},
-    {"box", [](MainWindow &window) { window.GUI_About(); }},
-    {"console", [](MainWindow &window) { window.console_mode(); }},
+    [](MainWindow &window) { window.on_pushButton_cmu_fault4_clicked(); },
+    [](MainWindow &window) { // both rows of self-tests
+        window.BISTDataFrameUnpack(1, 26, QByteArray(26, '\xFF'));
+        window.resetUpdate();
+    },
+    [](MainWindow &window) { window.modifycmuFreq(4); },
+    [](MainWindow &window) { window.Get_Status(); },
+    [](MainWindow &window) { window.CSEDataFrameUnpack(1, 1, QByteArray("\x02")); },
+    [](MainWindow &window) { window.on_pushButton_CRC_set_clicked(); },
+    [](MainWindow &window) { window.on_pushButton_intcm_config_clicked(); },
+    [](MainWindow &window) { window.on_pushButton_memu_faultstatus_clear_clicked(); },
+    [](MainWindow &window) { window.on_tabWidget_safety_currentChanged(0); },
+    [](MainWindow &window) { window.GUI_About(); },
+    [](MainWindow &window) { window.console_mode(); },
 };
 constexpr int kWaits = static_cast<int>(std::size(waits));
 constexpr int kLongWaits = 2;
-constexpr int kWithoutModal = kWaits - 2;
+constexpr int kWithoutModal = kWaits - 2; // box and console
 
 } // namespace
 
@@ -63,7 +59,7 @@ private:
         if (first == behind)
             return last();
         QTimer::singleShot(15, &window, [this, &window, first, behind, last] { startInside(window, first + 1, behind, last); });
-        waits[first].start(window);
+        waits[first](window);
         ++m_returned;
     }
 
