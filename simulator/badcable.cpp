@@ -14,7 +14,7 @@ bool happens(double probability, std::mt19937 &chance)
 
 char withNoise(char byte, double noise, std::mt19937 &chance)
 {
-    int bits = byte;
+    int bits = static_cast<unsigned char>(byte);
     for (int bit = 0; bit < 8; ++bit)
         bits ^= happens(noise, chance) << bit;
     return static_cast<char>(bits);
