@@ -17,8 +17,8 @@ enum class Act {
 
 /// The widget's name, or "dialog": the modal one on the screen.
 struct Step {
-    Act act;
-    const char *widget;
+    Act act{};
+    const char *widget = "";
     const char *text = "";
 };
 

@@ -181,10 +181,10 @@ void Stage::pointAt(const QWidget &widget, const QPoint &place)
 {
     const QPoint from = QCursor::pos();
     const QPoint way = widget.mapToGlobal(place) - from;
-    const double durationMs = 250 + std::hypot(way.x(), way.y()) / kPixelsPerMs;
+    const int durationMs = 250 + static_cast<int>(std::hypot(way.x(), way.y()) / kPixelsPerMs);
     const QEasingCurve easing(QEasingCurve::InOutQuad);
-    for (double ms = 0; ms < durationMs; ms += kFrameMs) {
-        QCursor::setPos(from + way * easing.valueForProgress(ms / durationMs));
+    for (int ms = 0; ms < durationMs; ms += kFrameMs) {
+        QCursor::setPos(from + way * easing.valueForProgress(static_cast<double>(ms) / durationMs));
         delayMs(kFrameMs);
     }
     QCursor::setPos(from + way);

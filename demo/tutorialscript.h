@@ -16,9 +16,9 @@ enum class Act {
 };
 
 struct Step {
-    Act act;
-    const char *target;  // object name; for Open a title
-    const char *caption; // stays until the next one; %1: the time that the fault took to be detected
+    Act act{};
+    const char *target = "";  // object name; for Open a title
+    const char *caption = ""; // stays until the next one; %1: the time that the fault took to be detected
     const char *text = "";
 };
 
