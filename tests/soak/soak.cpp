@@ -42,7 +42,7 @@ constexpr int kOpenMs = 1000;
 // window, and caches of fonts, styles and pictures that fill with use. Measured, and rounded up.
 constexpr double kPerFault = 500;
 constexpr double kPerTimer = 800;
-constexpr double kCaches = 8e6;
+constexpr double kCaches = 12e6;
 
 const char *const traffic[] = {
     "get 0", "get 1", "get 2", "get 3", "get 4", "get 5", "get 6", "get 7", "get 8", "get 9", "get 10", "get 11",
