@@ -2,6 +2,7 @@
 
 #include "app/form.h"
 #include "app/indicators.h"
+#include "app/textview.h"
 #include "link/commandchannel.h"
 #include "link/serialline.h"
 #include "link/serialportconfig.h"
@@ -105,6 +106,8 @@ void MainWindow::prepareForm()
     for (QLabel *unused : {ui->label_core0clk_fmin_7, ui->label_core0clk_fmin_8, ui->label_core0clk_fmin_9,
                            ui->label_core0clk_fmin_10})
         unused->hide();
+    for (QTextEdit *box : findChildren<QTextEdit *>())
+        textview::prepare(*box);
     ui->tabWidget_safety->setCurrentIndex(0);
     ui->tabWidget_security->setCurrentIndex(0);
     m_portState = new QLabel(this);

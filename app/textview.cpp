@@ -53,6 +53,13 @@ QTextBlock firstVisible(const QTextDocument &document)
 
 } // namespace
 
+void prepare(QTextEdit &view)
+{
+    QFont font = view.font();
+    font.setStyleStrategy(QFont::PreferNoShaping);
+    view.setFont(font);
+}
+
 void append(QTextEdit &view, const QStringList &reports)
 {
     if (reports.isEmpty())
