@@ -34,6 +34,8 @@ struct Report {
     int page; // of the safety tab; beyond it the security tab's
 };
 
+// All reports but two, which take their time by design: a restart notice (a refresh with its animations) and an engine
+// error (a blink and a box).
 constexpr Report reports[] = {
     {"text", 0, 0, "6162", "6364", 0},
     {"mode", 1, 1, "04", "05", 0},
@@ -56,6 +58,7 @@ constexpr Report reports[] = {
     {"reset reasons", 13, 1, "00 004000", "00 000200", 0},
     {"escalation", 13, 4, "0F 00", "00 0F", 0},
     {"power chip", 14, 1, "00 00", "00 FF", 6},
+    {"engine busy", 15, 1, "00", "", 10},
     {"engine result", 15, 4, "00 41C80000 0002 ABCD", "00 42C80000 0002 CDEF", 10},
     {"self-tests", 9, 1, "00FFFF 000000000000000000000000 0FFFFFFFFFFFFFFFFFFFFFFF",
      "000F0F 0FFFFFFFFFFFFFFFFFFFFFFF 000000000000000000000001", 0},
@@ -214,16 +217,18 @@ void growth(benchmark::State &state)
     const QByteArray faults = encoded({"", 12, 2, "", "", 0}, "1C 3F800000").repeated(block);
     for (auto _ : state) {
         const double before = residentMegabytes();
-        double first = 0, last = 0, all = 0;
+        double first = 0, last = 0, all = 0, longest = 0;
         for (int i = 0; i < blocks; ++i) {
             last = secondsFor(faults);
             all += last;
+            longest = std::max(longest, last);
             if (i == 0)
                 first = last;
         }
         state.SetIterationTime(all);
         state.counters["first_us"] = first / block * 1e6;
         state.counters["last_us"] = last / block * 1e6;
+        state.counters["longest_thousand_ms"] = longest * 1e3; // the log's older half is folded away in it
         state.counters["bytes_a_fault"] = (residentMegabytes() - before) * 1e6 / (blocks * block);
     }
 }
