@@ -6,8 +6,6 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include <random>
-
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -264,23 +262,6 @@ private slots:
             QVERIFY2(help.contains("say " + command.words), qPrintable(command.words));
         shell.take("status\r\n");
         QCOMPARE(recorder.lines.filter("1;36m").size(), int(board.units().size()));
-    }
-
-    // Any bytes at all.
-    void noiseIsSurvived()
-    {
-        std::mt19937 random(7);
-        Board board;
-        Shell shell(board);
-        const QStringList heads = {"cmu", "inject", "smpu", "cse 2 1", "regP", "intcm", "swt", "resetEsca 1 3", "crc", "xbic"};
-        for (int i = 0; i < 3000; ++i) {
-            QByteArray bytes = heads[int(random() % unsigned(heads.size()))].toLatin1();
-            for (auto n = random() % 20; n > 0; --n)
-                bytes.append(random() % 3 ? char(random()) : " 0123456789\r\n\x1B["[random() % 15]);
-            shell.take(bytes + (random() % 2 ? "\r\n" : ""));
-        }
-        shell.take(QByteArray(200000, 'x') + "\r\n");
-        QVERIFY(board.units().size() == 16);
     }
 
     // On a real terminal: raw, in small pieces, nothing stale after a pause.

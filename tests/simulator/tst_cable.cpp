@@ -1,9 +1,6 @@
 // The bad cable: how much it harms, that it harms nothing else, and that a seed repeats it.
 #include "simulator/badcable.h"
-#include "simulator/virtualboard.h"
 
-#include <QFileInfo>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <bit>
@@ -61,13 +58,6 @@ private slots:
         QCOMPARE(all.program + all.board, QByteArray());
     }
 
-    void aByteIsDoubledBesideItself()
-    {
-        Ends ends({.duplicate = 1});
-        ends.cable.sendToProgram("abc");
-        QCOMPARE(ends.program, QByteArray("aabbcc"));
-    }
-
     void aSeedRepeatsIt()
     {
         const CableFaults faults = {.noise = 0.01, .drop = 0.02, .duplicate = 0.03};
@@ -78,38 +68,6 @@ private slots:
             ends->cable.sendToProgram(text);
         QCOMPARE(first.program, second.program);
         QVERIFY(first.program != other.program && first.program != first.board && first.program != text);
-    }
-
-    void aStallHoldsAndLetsGo()
-    {
-        Ends ends({.stallMs = 4});
-        int sent = 0, longest = 0;
-        QTRY_VERIFY([&] {
-            ends.cable.sendToProgram(QByteArray(1, char('a' + sent++ % 26)));
-            longest = std::max(longest, sent - int(ends.program.size()));
-            return longest > 0 && ends.program.size() == sent && sent > 3;
-        }());
-        for (int i = 0; i < sent; ++i)
-            QCOMPARE(ends.program.at(i), char('a' + i % 26));
-    }
-
-    // The name stays, the terminal behind it is a new one, and what was on its way is lost.
-    void aHangUpComesBackUnderItsName()
-    {
-        const QTemporaryDir folder;
-        VirtualBoard::Options options;
-        options.link = folder.filePath("board");
-        options.cable.hangUpMs = 20;
-        VirtualBoard board(options);
-        QCOMPARE(board.tty(), options.link);
-        QCOMPARE(QFileInfo(board.tty()).symLinkTarget(), board.line().tty());
-        const QByteArray first = board.line().tty().toLocal8Bit();
-        QTRY_VERIFY(!QFileInfo(options.link).isSymLink());
-        QVERIFY(!QFileInfo::exists(first));
-        QString target;
-        connect(&board, &VirtualBoard::pluggedIn, this, [&] { target = QFileInfo(board.tty()).symLinkTarget(); });
-        QTRY_VERIFY(!target.isEmpty());
-        QCOMPARE(target, board.line().tty());
     }
 };
 

@@ -202,18 +202,6 @@ private slots:
         QVERIFY2(bytes > 0 && bytes < kMostPictureBytes, qPrintable(QString::number(bytes)));
     }
 
-    void everyReferenceHasItsChapter()
-    {
-        static const QRegularExpression reference(QStringLiteral("\\]\\((#[a-z-]+)\\)"));
-        for (auto it = reference.globalMatch(m_manual); it.hasNext();) {
-            const QString target = it.next().captured(1);
-            const bool known = std::any_of(m_chapters.begin(), m_chapters.end(), [&](const Chapter &chapter) {
-                return chapter.title.contains(QRegularExpression(QStringLiteral("\\{%1[ }]").arg(target)));
-            });
-            QVERIFY2(known, qPrintable(target));
-        }
-    }
-
 private:
     const Chapter *chapterOf(const QString &page) const
     {
