@@ -123,18 +123,6 @@ private slots:
         QCOMPARE(answers.seen().size(), 1);
     }
 
-    void aHeldPortIsRefused()
-    {
-        RawLine line;
-        QSerialPort holder(line.tty());
-        QVERIFY(holder.open(QIODevice::ReadWrite));
-        setAvailablePortNames([&] { return QStringList{line.tty()}; });
-        BoxAnswerer answers;
-        MainWindow window;
-        QCOMPARE(answers.seen(), QStringList(QStringLiteral("Warning|Serialport can not open, please check.")));
-        QVERIFY(portState(window).contains(QStringLiteral("another program")));
-    }
-
     void slotsThatNothingCallsLeaveTheWindowWhole()
     {
         RawBench bench;
