@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/mainwindow.h"
 #include "app/display.h"
 #include "app/textview.h"

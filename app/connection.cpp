@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The port: its choice, opening and closing, and what the status bar says of it.
 #include "app/mainwindow.h"
 #include "app/messagebox.h"

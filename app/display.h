@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Putting what was decoded on the screen: only what changed, and once for all frames of one arrival.
 //
 // A widget takes 10 to 20 microseconds to repaint, a frame on the line about 70. So while an arrival's frames are

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/form.h"
 
 #include "ui_mainwindow.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Building the form: one call, in a source file of its own because it is the slowest one to compile.
 #pragma once
 

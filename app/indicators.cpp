@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/indicators.h"
 
 #include "app/display.h"
@@ -17,12 +18,12 @@ struct ColourName {
 };
 
 constexpr ColourName colourNames[] = {
-    {91, 215, 97, "Green", "on"},        {255, 0, 0, "Red", "fault"},
-    {200, 200, 200, "Gray", "off"},      {255, 255, 255, "White", "no data yet"},
+    {91, 215, 97, "Green", "on"},          {255, 0, 0, "Red", "fault"},
+    {200, 200, 200, "Gray", "off"},        {255, 255, 255, "White", "no data yet"},
     {255, 185, 15, "Orange", "attention"}, {255, 255, 0, "Yellow", "alarm"},
-    {218, 165, 32, "Gold", "safe state"}, {30, 144, 255, "Blue", "testing"},
-    {72, 61, 139, "Violet", "waiting"},  {85, 170, 255, "Blue", "limit in force"},
-    {0, 0, 0, "Black", "starting"},      {46, 139, 87, "Green", "on"},
+    {218, 165, 32, "Gold", "safe state"},  {30, 144, 255, "Blue", "testing"},
+    {72, 61, 139, "Violet", "waiting"},    {85, 170, 255, "Blue", "limit in force"},
+    {0, 0, 0, "Black", "starting"},        {46, 139, 87, "Green", "on"},
 };
 
 const ColourName *colourOf(const QString &styleSheet)
@@ -65,8 +66,8 @@ void paintNow(QWidget *widget, const QString &styleSheet)
         return;
     widget->setStyleSheet(styleSheet);
     if (const ColourName *colour = knownColourOf(styleSheet)) {
-        widget->setAccessibleDescription(QStringLiteral("%1: %2").arg(QString::fromLatin1(colour->name),
-                                                                      meaningIn(widget->toolTip(), *colour)));
+        widget->setAccessibleDescription(
+            QStringLiteral("%1: %2").arg(QString::fromLatin1(colour->name), meaningIn(widget->toolTip(), *colour)));
     }
 }
 

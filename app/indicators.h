@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Colours of the indicators, and the one function that paints them.
 #pragma once
 

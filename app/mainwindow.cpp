@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/mainwindow.h"
 
 #include "app/form.h"
@@ -28,6 +29,7 @@ struct PageRequest {
     const char *second;
 };
 
+// clang-format off
 constexpr PageRequest pageRequests[] = {
     {"get 3", "get 4"}, // CMU
     {"get 11", nullptr}, // XBIC
@@ -39,6 +41,7 @@ constexpr PageRequest pageRequests[] = {
     {"get 6", nullptr}, // PMC
     {"get 2", nullptr}, // SWT
 };
+// clang-format on
 
 constexpr int kRequestGapMs = 50;
 
@@ -83,6 +86,7 @@ void MainWindow::connectActions()
         QAction *action;
         void (MainWindow::*slot)();
     };
+    // clang-format off
     const Row rows[] = {
         {ui->actionconsole, &MainWindow::console_mode},
         {ui->actionopen, &MainWindow::Serialport_open},
@@ -96,6 +100,7 @@ void MainWindow::connectActions()
         {ui->actionIntroduce, &MainWindow::GUI_Introduce},
         {ui->actionVideo, &MainWindow::Open_Video},
     };
+    // clang-format on
     for (const Row &row : rows)
         connect(row.action, &QAction::triggered, this, row.slot);
 }
@@ -103,8 +108,8 @@ void MainWindow::connectActions()
 // Before the port is chosen: what the questions are asked over.
 void MainWindow::prepareForm()
 {
-    for (QLabel *unused : {ui->label_core0clk_fmin_7, ui->label_core0clk_fmin_8, ui->label_core0clk_fmin_9,
-                           ui->label_core0clk_fmin_10})
+    for (QLabel *unused :
+         {ui->label_core0clk_fmin_7, ui->label_core0clk_fmin_8, ui->label_core0clk_fmin_9, ui->label_core0clk_fmin_10})
         unused->hide();
     for (QTextEdit *box : findChildren<QTextEdit *>())
         textview::prepare(*box);
@@ -124,7 +129,8 @@ void MainWindow::prepareInputs()
 {
     const auto restrict = [](const QList<QLineEdit *> &fields, const char *pattern, const char *example) {
         for (QLineEdit *field : fields) {
-            field->setValidator(new QRegularExpressionValidator(QRegularExpression(QString::fromLatin1(pattern)), field));
+            field->setValidator(
+                new QRegularExpressionValidator(QRegularExpression(QString::fromLatin1(pattern)), field));
             field->setPlaceholderText(QString::fromLatin1(example));
         }
     };

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program's one window. Its slots follow the form: on_, the widget's name, an underscore, the signal.
 // Lifecycle and plumbing come first, then one section a module, in the order of the folder; each section's first line
 // names the unit that holds its bodies.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/messagebox.h"
 
 #include "app/display.h"

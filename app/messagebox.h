@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Message boxes with fixed words and plain text.
 #pragma once
 

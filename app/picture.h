@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A picture that takes the room there is and keeps its proportions.
 #pragma once
 

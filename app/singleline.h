@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A text box that holds one line.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The way from the application object to the event loop and back.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/display.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
@@ -32,8 +33,8 @@ void MainWindow::labeltwinkle(QWidget *widget, int halfPeriod, QString finalStyl
     }
 }
 
-void MainWindow::tolabeltwinkle(QWidget *first, QWidget *second, int halfPeriod, QString finalStyle,
-                                QString blinkStyle, int blinks)
+void MainWindow::tolabeltwinkle(QWidget *first, QWidget *second, int halfPeriod, QString finalStyle, QString blinkStyle,
+                                int blinks)
 {
     const display::Pause pause;
     for (int i = 0; i < blinks; ++i) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/textview.h"
 
 #include "app/display.h"
@@ -80,7 +81,8 @@ void foldOlder(QTextEdit &view)
     const QAbstractTextDocumentLayout &layout = *document.documentLayout();
     QTextBlock block = firstVisible(document);
     const int from = block.position();
-    for (; block != document.lastBlock() && layout.blockBoundingRect(block).bottom() < kTallestPixels * 0.5; block = block.next()) {
+    for (; block != document.lastBlock() && layout.blockBoundingRect(block).bottom() < kTallestPixels * 0.5;
+         block = block.next()) {
         block.setVisible(false);
         block.clearLayout();
     }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text of the board in text boxes: plain whatever it holds, and one edit however long it is.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The virtual board alone: commands carried out a second, with all frames they are answered by.
 #include "simulator/board.h"
 

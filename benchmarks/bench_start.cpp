@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From the start of the process to the shown window, over a real pseudo-terminal. The waits that belong to the start-up
 // (twice 50 ms and four times 120 ms between the first requests) are counted apart.
 #include "app/mainwindow.h"

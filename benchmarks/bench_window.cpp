@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Decoding and painting: frames through a real pseudo-terminal into the shown window, each pair different so that
 // everything repaints. "line_rate" is the multiple of the real line's own rate for that frame (1958400 bit/s, ten bits a
 // byte).
@@ -46,7 +47,8 @@ constexpr Report reports[] = {
     {"crossbars", 3, 1, "1F", "00", 1},
     {"region", 4, 1, "7F A8 0000 4000 FFFF 4000", "70 00 0001 5000 FFFE 5000", 2},
     {"register", 5, 1, "01 00010000 78563412 EFBEADDE", "00 00000000 00000000 00000000", 11},
-    {"checksum", 6, 3, "00000009 313233343536373839 0000004B 3FC00000", "00000009 313233343536373839 0000004C 3FD00000", 4},
+    {"checksum", 6, 3, "00000009 313233343536373839 0000004B 3FC00000", "00000009 313233343536373839 0000004C 3FD00000",
+     4},
     {"memory record", 7, 2, "01 04 20000100", "01 03 20000104", 3},
     {"interrupts", 8, 1, "01 0000 01 012D 004E20 0003E8", "01 0000 02 012E 000000 0003E9", 5},
     {"detectors", 10, 1, "01 DF", "01 00", 7},
@@ -80,8 +82,9 @@ constexpr Report records[] = {
 QByteArray largestChecksum()
 {
     constexpr int size = protocol::kLargestPayload - 12;
-    return protocol::encodeFrame(protocol::ModuleId::Crc, 3,
-                                 protocol::PayloadWriter().u32be(size).bytes(QByteArray(size, 'x')).u32be(1).f32be(1).take());
+    return protocol::encodeFrame(
+        protocol::ModuleId::Crc, 3,
+        protocol::PayloadWriter().u32be(size).bytes(QByteArray(size, 'x')).u32be(1).f32be(1).take());
 }
 
 QByteArray encoded(const Report &report, const char *payload)
@@ -186,7 +189,10 @@ void fullLine(benchmark::State &state)
     QElapsedTimer sinceTurn;
     QTimer turn;
     turn.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&turn, &QTimer::timeout, [&] { gaps.push_back(static_cast<double>(sinceTurn.nsecsElapsed()) * 1e-6); sinceTurn.start(); });
+    QObject::connect(&turn, &QTimer::timeout, [&] {
+        gaps.push_back(static_cast<double>(sinceTurn.nsecsElapsed()) * 1e-6);
+        sinceTurn.start();
+    });
     for (auto _ : state) {
         const int before = messages->isEmpty() ? 0 : messages->blockCount(); // an empty text has a paragraph too
         const int rounds = static_cast<int>(10 * kBytesPerSecond / round.size());
@@ -269,16 +275,29 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     for (const Report &report : reports) {
         const QByteArray pair = encoded(report, report.first) + encoded(report, report.second);
-        benchmark::RegisterBenchmark(report.name, decoding, report, pair, 1500)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+        benchmark::RegisterBenchmark(report.name, decoding, report, pair, 1500)
+            ->UseManualTime()
+            ->Unit(benchmark::kMillisecond)
+            ->Iterations(3);
     }
     for (const Report &report : records) {
         const QByteArray pair = encodedRecord(report, report.first) + encodedRecord(report, report.second);
-        benchmark::RegisterBenchmark(report.name, decoding, report, pair, 100)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+        benchmark::RegisterBenchmark(report.name, decoding, report, pair, 100)
+            ->UseManualTime()
+            ->Unit(benchmark::kMillisecond)
+            ->Iterations(3);
     }
-    benchmark::RegisterBenchmark("largest checksum", largestBlock)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+    benchmark::RegisterBenchmark("largest checksum", largestBlock)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(5);
     benchmark::RegisterBenchmark("full line", fullLine)->UseManualTime()->Unit(benchmark::kSecond)->Iterations(1);
     benchmark::RegisterBenchmark("console lines", consoleLines)->UseManualTime()->Iterations(1);
-    benchmark::RegisterBenchmark("fault growth", growth)->Arg(1000000)->UseManualTime()->Unit(benchmark::kSecond)->Iterations(1);
+    benchmark::RegisterBenchmark("fault growth", growth)
+        ->Arg(1000000)
+        ->UseManualTime()
+        ->Unit(benchmark::kSecond)
+        ->Iterations(1);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Compiler settings for code of ours: workbench_target(<target>).
 
 function(workbench_target target)

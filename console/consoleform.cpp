@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "console/consoleform.h"
 
 #include "app/messagebox.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The console: a plain terminal onto the board's line, on a port object of its own.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Entering the console from the main window and leaving it again.
 #include "app/mainwindow.h"
 #include "console/consoleform.h"

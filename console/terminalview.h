@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Prints the board's messages into a text box, control sequences included.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "console/textframes.h"
 
 #include "protocol/frame.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The board's text messages, cut out of the stream for the console.
 #pragma once
 

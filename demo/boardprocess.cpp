@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "demo/boardprocess.h"
 
 #include <QCoreApplication>
@@ -23,7 +24,7 @@ BoardProcess::BoardProcess(const QStringList &options)
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     // Its standard input is ours: the board ends with us, whichever way we end.
     m_process.start(boardProgram(), QStringList(QStringLiteral("--exit-with-stdin")) + options);
-    while (!m_process.canReadLine() && m_process.waitForReadyRead(kStartMs)) { }
+    while (!m_process.canReadLine() && m_process.waitForReadyRead(kStartMs)) {}
     if (!m_process.canReadLine())
         m_process.waitForFinished(kStopMs);
     const QString line = QString::fromLocal8Bit(m_process.readLine()).trimmed();
@@ -35,8 +36,9 @@ BoardProcess::BoardProcess(const QStringList &options)
 QString BoardProcess::errorString() const
 {
     // One that ended by itself has said why on standard error.
-    return m_process.error() == QProcess::UnknownError ? QStringLiteral("it ended with exit code %1").arg(m_process.exitCode())
-                                                       : m_process.errorString();
+    return m_process.error() == QProcess::UnknownError
+        ? QStringLiteral("it ended with exit code %1").arg(m_process.exitCode())
+        : m_process.errorString();
 }
 
 BoardProcess::~BoardProcess()

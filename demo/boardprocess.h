@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A virtual board as a child process.
 #pragma once
 

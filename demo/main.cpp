@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The workbench in front of virtual boards: the same window, with their terminal lines as the only ports.
 #include "app/mainwindow.h"
 #include "app/startup.h"
@@ -90,25 +91,31 @@ int main(int argc, char *argv[])
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption tutorialOption(
-        QStringLiteral("tutorial"), QStringLiteral("Play the tutorial, record it with ffmpeg in FILE, then end."), QStringLiteral("FILE"));
+        QStringLiteral("tutorial"), QStringLiteral("Play the tutorial, record it with ffmpeg in FILE, then end."),
+        QStringLiteral("FILE"));
     parser.addOption(tutorialOption);
     const QCommandLineOption boardsOption(QStringLiteral("boards"), QStringLiteral("Number of boards (default 1)."),
                                           QStringLiteral("N"), QStringLiteral("1"));
-    const QCommandLineOption tourOption(
-        QStringLiteral("tour"), QStringLiteral("Save a picture of every page in DIR, then end."), QStringLiteral("DIR"));
+    const QCommandLineOption tourOption(QStringLiteral("tour"),
+                                        QStringLiteral("Save a picture of every page in DIR, then end."),
+                                        QStringLiteral("DIR"));
     const QCommandLineOption sizeOption(QStringLiteral("size"), QStringLiteral("Size of the window for the tour."),
                                         QStringLiteral("WIDTHxHEIGHT"));
-    const QCommandLineOption screenshotsOption(
-        QStringLiteral("screenshots"), QStringLiteral("Save the pictures of the manual in DIR, then end."), QStringLiteral("DIR"));
+    const QCommandLineOption screenshotsOption(QStringLiteral("screenshots"),
+                                               QStringLiteral("Save the pictures of the manual in DIR, then end."),
+                                               QStringLiteral("DIR"));
     parser.addOptions({boardsOption, tourOption, sizeOption, screenshotsOption});
     for (const BoardOption &option : boardOptions)
-        parser.addOption({QString::fromLatin1(option.name), QString::fromLatin1(option.help), QString::fromLatin1(option.value)});
+        parser.addOption(
+            {QString::fromLatin1(option.name), QString::fromLatin1(option.help), QString::fromLatin1(option.value)});
     parser.process(application);
 
     const QString tour = parser.isSet(tourOption) ? QDir(parser.value(tourOption)).absolutePath() : QString();
-    const QString screenshots = parser.isSet(screenshotsOption) ? QDir(parser.value(screenshotsOption)).absolutePath() : QString();
+    const QString screenshots =
+        parser.isSet(screenshotsOption) ? QDir(parser.value(screenshotsOption)).absolutePath() : QString();
     const QStringList size = parser.value(sizeOption).split(QLatin1Char('x'));
-    const QString tutorial = parser.isSet(tutorialOption) ? QDir().absoluteFilePath(parser.value(tutorialOption)) : QString();
+    const QString tutorial =
+        parser.isSet(tutorialOption) ? QDir().absoluteFilePath(parser.value(tutorialOption)) : QString();
     workBesideData();
 
     const auto boards = startBoards(parser.value(boardsOption).toInt(), passedOn(parser));

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "demo/recorder.h"
 
 namespace {
@@ -12,11 +13,28 @@ Recorder::Recorder(const QString &file, const QSize &size)
     // Little work while recording, so that no picture is missed; making it small comes afterwards.
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.start(QStringLiteral("ffmpeg"),
-                    {"-y", "-loglevel", "error", "-progress", "pipe:1", "-f", "x11grab", "-framerate", "20", "-video_size",
-                     QStringLiteral("%1x%2").arg(size.width()).arg(size.height()), "-i", qEnvironmentVariable("DISPLAY"),
-                     "-c:v", "libx264", "-preset", "ultrafast", "-crf", "10", file});
+                    {"-y",
+                     "-loglevel",
+                     "error",
+                     "-progress",
+                     "pipe:1",
+                     "-f",
+                     "x11grab",
+                     "-framerate",
+                     "20",
+                     "-video_size",
+                     QStringLiteral("%1x%2").arg(size.width()).arg(size.height()),
+                     "-i",
+                     qEnvironmentVariable("DISPLAY"),
+                     "-c:v",
+                     "libx264",
+                     "-preset",
+                     "ultrafast",
+                     "-crf",
+                     "10",
+                     file});
     // Its first report of progress says that it records.
-    while (!m_process.canReadLine() && m_process.waitForReadyRead(kStartMs)) { }
+    while (!m_process.canReadLine() && m_process.waitForReadyRead(kStartMs)) {}
 }
 
 bool Recorder::finish()

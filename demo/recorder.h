@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Records the display with ffmpeg.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "demo/screenshots.h"
 
 #include "app/mainwindow.h"
@@ -99,7 +100,10 @@ void type(QWidget *widget, const QString &text)
 } // namespace
 
 Screenshots::Screenshots(MainWindow &window, const QString &folder, const QStringList &ports)
-    : QObject(&window), m_window(window), m_folder(folder), m_ports(ports)
+    : QObject(&window),
+      m_window(window),
+      m_folder(folder),
+      m_ports(ports)
 {
     QDir().mkpath(folder);
     window.resize(kWindow);

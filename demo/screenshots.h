@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The pictures of the manual, taken from the running program in front of a virtual board.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the program is brought into the states that the manual shows, step by step.
 #pragma once
 

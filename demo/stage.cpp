@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "demo/stage.h"
 
 #include "link/commandchannel.h"
@@ -20,7 +21,8 @@ constexpr double kPixelsPerMs = 0.9;
 constexpr QRgb kNavy = 0xFF0F2A52;
 constexpr QRgb kBlue = 0xFF1A66CC;
 constexpr QRgb kAmber = 0xFFFFB90F;
-constexpr Qt::WindowFlags kOverlay = Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus;
+constexpr Qt::WindowFlags kOverlay =
+    Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus;
 
 QFont lettering(int pixels, bool bold = false)
 {
@@ -42,7 +44,8 @@ QCursor pointer(bool pressed)
         painter.drawEllipse(QPoint(20, 20), 16, 16);
     }
     QPainterPath arrow(QPointF(20, 20));
-    for (const QPointF &corner : {QPointF(20, 52), QPointF(28, 45), QPointF(33, 57), QPointF(39, 54), QPointF(34, 43), QPointF(44, 42)})
+    for (const QPointF &corner :
+         {QPointF(20, 52), QPointF(28, 45), QPointF(33, 57), QPointF(39, 54), QPointF(34, 43), QPointF(44, 42)})
         arrow.lineTo(corner);
     arrow.closeSubpath();
     painter.setPen(QPen(Qt::white, 2.5));
@@ -77,7 +80,7 @@ protected:
 class CaptionBar : public QWidget
 {
 public:
-    CaptionBar() : QWidget(nullptr, kOverlay) { }
+    CaptionBar() : QWidget(nullptr, kOverlay) {}
     QString heading, text;
 
 protected:
@@ -99,7 +102,7 @@ protected:
 class Card : public QWidget
 {
 public:
-    Card() : QWidget(nullptr, kOverlay) { }
+    Card() : QWidget(nullptr, kOverlay) {}
     QString title;
     QStringList lines;
 
@@ -123,7 +126,9 @@ protected:
 };
 
 Stage::Stage(QWidget &window)
-    : m_window(window), m_frame(std::make_unique<Frame>(&window)), m_bar(std::make_unique<CaptionBar>()),
+    : m_window(window),
+      m_frame(std::make_unique<Frame>(&window)),
+      m_bar(std::make_unique<CaptionBar>()),
       m_card(std::make_unique<Card>())
 {
     m_window.move(0, 0);

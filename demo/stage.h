@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the tutorial adds to the picture: captions below the window, cards over it, a frame, and a pointer to be seen.
 #pragma once
 

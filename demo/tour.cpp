@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "demo/tour.h"
 
 #include "app/mainwindow.h"
@@ -21,7 +22,8 @@ public:
     void take(const QString &title)
     {
         const QString slug = title.toLower().replace(QLatin1Char(' '), QLatin1Char('-'));
-        const QString path = m_folder.filePath(QStringLiteral("%1-%2.png").arg(m_count + 1, 2, 10, QLatin1Char('0')).arg(slug));
+        const QString path =
+            m_folder.filePath(QStringLiteral("%1-%2.png").arg(m_count + 1, 2, 10, QLatin1Char('0')).arg(slug));
         if (!m_window.grab().save(path))
             return;
         ++m_count;

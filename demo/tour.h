@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A tour through the pages of the window, one numbered picture a page.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "demo/tutorial.h"
 
 #include "app/mainwindow.h"
@@ -33,7 +34,7 @@ constexpr int kPollMs = 50;
 class Player
 {
 public:
-    explicit Player(MainWindow &window) : m_window(window), m_stage(window) { }
+    explicit Player(MainWindow &window) : m_window(window), m_stage(window) {}
 
     QSize size() const { return m_stage.size(); }
     bool play();
@@ -52,7 +53,10 @@ private:
     bool await(const std::function<bool()> &condition, const Step &step);
 
     QWidget *widget(const char *name) const { return m_window.findChild<QWidget *>(QString::fromLatin1(name)); }
-    template <class Kind> Kind &the(const char *name) const { return *m_window.findChild<Kind *>(QString::fromLatin1(name)); }
+    template <class Kind> Kind &the(const char *name) const
+    {
+        return *m_window.findChild<Kind *>(QString::fromLatin1(name));
+    }
 
     MainWindow &m_window;
     Stage m_stage;
@@ -63,7 +67,8 @@ private:
 bool Player::play()
 {
     m_stage.showCard(QStringLiteral("Safety Workbench"),
-                     {QStringLiteral("A tour of five faults"), {},
+                     {QStringLiteral("A tour of five faults"),
+                      {},
                       QStringLiteral("How the microcontroller QM7D305 notices that something is wrong,"),
                       QStringLiteral("and what this window shows of it.")});
     delayMs(kCardMs);
@@ -75,10 +80,12 @@ bool Player::play()
         const QString title = QString::fromUtf8(chapter.title);
         if (!play(chapter, QStringLiteral("%1 of 5\n%2").arg(caught.size() + 1).arg(title)))
             return false;
-        caught << QStringLiteral("%1:  %2,  %3 µs").arg(title, QString::fromUtf8(chapter.catcher), the<QLineEdit>(tutorial::kTime).text());
+        caught << QStringLiteral("%1:  %2,  %3 µs")
+                      .arg(title, QString::fromUtf8(chapter.catcher), the<QLineEdit>(tutorial::kTime).text());
     }
-    m_stage.showCard(QStringLiteral("Five faults, all caught"),
-                     caught + QStringList{{}, QStringLiteral("Every page has more to try. Help > Manual explains them all.")});
+    m_stage.showCard(
+        QStringLiteral("Five faults, all caught"),
+        caught + QStringList{{}, QStringLiteral("Every page has more to try. Help > Manual explains them all.")});
     delayMs(kCardMs + kCardMs / 2);
     return true;
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tutorial: five faults, injected, caught and explained in the real window, and recorded.
 #pragma once
 

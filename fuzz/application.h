@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The application object of the targets that need one, without a display.
 #pragma once
 

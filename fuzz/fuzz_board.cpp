@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The virtual board's command line, programs and people at it: bytes in pieces, time between them, and everything that
 // the board sends must be well-formed frames. Byte 0: how the rest is cut and how much time passes.
 #include "fuzz/input.h"
@@ -22,7 +23,8 @@ void pass(int milliseconds)
     wake.setTimerType(Qt::PreciseTimer);
     wake.start(std::max(milliseconds, 1));
     do
-        QCoreApplication::processEvents(milliseconds > 0 ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents : QEventLoop::AllEvents);
+        QCoreApplication::processEvents(milliseconds > 0 ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents
+                                                         : QEventLoop::AllEvents);
     while (clock.elapsed() < milliseconds);
 }
 
@@ -38,7 +40,8 @@ void requireFrames(const QByteArray &sent, int count)
     QByteArray again;
     for (const frameData &frame : std::as_const(frames)) {
         require(frame.moduleId < protocol::kModuleCount, "a module that exists");
-        again += protocol::encodeFrame(static_cast<protocol::ModuleId>(frame.moduleId), frame.dataType, frame.data, frame.frameTag);
+        again += protocol::encodeFrame(static_cast<protocol::ModuleId>(frame.moduleId), frame.dataType, frame.data,
+                                       frame.frameTag);
     }
     require(again == sent + closing, "the same bytes");
 }
@@ -47,7 +50,7 @@ void requireFrames(const QByteArray &sent, int count)
 
 extern "C" int LLVMFuzzerInitialize(int *count, char ***arguments)
 {
-    qputenv("QT_NO_GLIB", "1"); // the plain event loop: it waits by the call that swiftclock.cpp replaces
+    qputenv("QT_NO_GLIB", "1");               // the plain event loop: it waits by the call that swiftclock.cpp replaces
     new QCoreApplication(*count, *arguments); // for the life of the program; qApp holds it
     return 0;
 }

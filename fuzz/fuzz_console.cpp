@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The console: text messages cut out of the stream, and their control sequences carried out in a text box. Byte 0: how
 // the rest is cut.
 #include "console/terminalview.h"

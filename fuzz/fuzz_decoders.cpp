@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every payload decoder, and the words made of what it returns. Byte 0: which one.
 #include "fuzz/input.h"
 #include "protocol/bist.h"
@@ -37,16 +38,19 @@ void requireLines(const QStringList &lines)
         require(line.size() < kLongestLine, "short lines");
 }
 
-template <class Records> void requireRecords(const Records &records, const QByteArray &payload, const QStringList &lines)
+template <class Records>
+void requireRecords(const Records &records, const QByteArray &payload, const QStringList &lines)
 {
-    require(records.size() <= kMostCounted || records.size() <= static_cast<std::size_t>(payload.size()), "length of a list");
+    require(records.size() <= kMostCounted || records.size() <= static_cast<std::size_t>(payload.size()),
+            "length of a list");
     requireLines(lines);
 }
 
 const Decoder decoders[] = {
     [](const QByteArray &p) {
         const bist::Results results = bist::decodeResults(p);
-        require(results.lbistSet2.size() == bist::kLbistCount && results.mbistSet2.size() == bist::kMbistCount, "flags");
+        require(results.lbistSet2.size() == bist::kLbistCount && results.mbistSet2.size() == bist::kMbistCount,
+                "flags");
     },
     [](const QByteArray &p) { require(cmu::decodeMonitor(p).id < 16, "a nibble"); },
     [](const QByteArray &p) { require(!cmu::clockSourceName(cmu::decodeClock(p).source).isEmpty(), "a name"); },
@@ -59,7 +63,8 @@ const Decoder decoders[] = {
     [](const QByteArray &p) {
         const crc::Result result = crc::decodeResult(p);
         require(result.data.size() <= kLargestPayload, "no more than a frame carries");
-        require(crc::dataText(result.data.left(64)).size() == std::min<int>(result.data.size(), 64) * 9, "nine characters a byte");
+        require(crc::dataText(result.data.left(64)).size() == std::min<int>(result.data.size(), 64) * 9,
+                "nine characters a byte");
         require(crc::valueText(result.value, PayloadReader(p).u8(0)).startsWith(QLatin1String("0x")), "hexadecimal");
     },
     [](const QByteArray &p) { require(!cse::errorText(cse::decodeStatus(p)).isEmpty(), "a text"); },
@@ -91,7 +96,8 @@ const Decoder decoders[] = {
     [](const QByteArray &p) { regp::decodeStatus(p); },
     [](const QByteArray &p) {
         const reset::Reasons reasons = reset::decodeReasons(p);
-        require(reasons.reasons.size() == reset::kReasonCount && reasons.sources.size() == reset::kSourceFlagCount, "flags");
+        require(reasons.reasons.size() == reset::kReasonCount && reasons.sources.size() == reset::kSourceFlagCount,
+                "flags");
         for (int flag = 0; flag < reset::kReasonCount; ++flag)
             require(!reasons.reasons.testBit(flag) || !reset::reasonText(flag).isEmpty(), "a text a reason");
         for (int flag = 0; flag < reset::kSourceFlagCount; ++flag)
@@ -135,7 +141,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     if (size == 0)
         return 0;
     // The fuzzer's own bytes: a read beyond them is seen, no terminating NUL hides it.
-    const QByteArray payload = QByteArray::fromRawData(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
+    const QByteArray payload =
+        QByteArray::fromRawData(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
     decoders[data[0] % std::size(decoders)](payload);
     return 0;
 }

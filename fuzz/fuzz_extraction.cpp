@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Frame extraction in arrivals of any length against the literal model. Byte 0: how the rest is cut.
 #include "fuzz/input.h"
 #include "link/receivestate.h"

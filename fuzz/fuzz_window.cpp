@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Frames into the real window over a real pseudo-terminal, pages turned and the line closed and opened meanwhile. The
 // input is a list of steps:
 //   byte 0    7-5 time until the next step (gapsMs), 4-0 module of a frame, or kTurnPage, kClose, kOpen

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The fuzzer's bytes, taken piece by piece.
 #pragma once
 

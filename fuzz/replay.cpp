@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs a fuzz target once over each file of the folders that are named: the corpus as a test.
 #include <QDir>
 
@@ -17,7 +18,7 @@ bool replay(const QString &path)
         return false;
     const QByteArray bytes = file.readAll();
     const std::vector<uint8_t> exact(bytes.begin(), bytes.end()); // nothing behind the last byte, as the fuzzer has it
-    std::fprintf(stderr, "%s\n", qPrintable(path)); // the last one named is the one that failed
+    std::fprintf(stderr, "%s\n", qPrintable(path));               // the last one named is the one that failed
     return LLVMFuzzerTestOneInput(exact.data(), exact.size()) == 0;
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Linked into a program, this makes its waits take no time: who would sleep moves the clock on instead. Minutes of the
 // program's life pass in milliseconds, with every timer in its order. The wall clock that measures the fuzzer stays.
 #include <atomic>
@@ -50,7 +51,8 @@ extern "C" int gettimeofday(timeval *now, void *) noexcept
 extern "C" int ppoll(pollfd *files, nfds_t count, const timespec *timeout, const sigset_t *signals)
 {
     timespec none = {};
-    const auto ready = static_cast<int>(syscall(SYS_ppoll, files, count, timeout ? &none : nullptr, signals, _NSIG / 8));
+    const auto ready =
+        static_cast<int>(syscall(SYS_ppoll, files, count, timeout ? &none : nullptr, signals, _NSIG / 8));
     if (ready == 0 && timeout)
         moveOn(*timeout);
     return ready;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Help menu: manual, video, introduction, About, licence.
 #include "app/mainwindow.h"
 #include "app/messagebox.h"
@@ -9,15 +10,17 @@
 
 namespace {
 
-const char kAbout[] = "Safety Workbench (V1.0)\r\n\n"
-                      "Built on Oct 2019\r\n\n"
-                      "This program is provided for visualising the QM7D305 safety and security demonstration on a PC.\r\n\n"
-                      "Copyright (c) the Safety Workbench project. All rights not granted by the licence are reserved.";
+const char kAbout[] =
+    "Safety Workbench (V1.0)\r\n\n"
+    "Built on Oct 2019\r\n\n"
+    "This program is provided for visualising the QM7D305 safety and security demonstration on a PC.\r\n\n"
+    "Copyright (c) the Safety Workbench project. All rights not granted by the licence are reserved.";
 
-const char kLicense[] = "Copyright (c) the Safety Workbench project.\r\n\n"
-                        "This program may be used only under the applicable licence terms, those of the MIT licence that "
-                        "comes with it. By using it you agree to these terms. If you do not agree to them, do not keep, "
-                        "install or use the program.";
+const char kLicense[] =
+    "Copyright (c) the Safety Workbench project.\r\n\n"
+    "This program may be used only under the applicable licence terms, those of the MIT licence that "
+    "comes with it. By using it you agree to these terms. If you do not agree to them, do not keep, "
+    "install or use the program.";
 
 void openFile(const QString &path)
 {
@@ -39,7 +42,8 @@ void MainWindow::Open_Video()
 void MainWindow::GUI_Introduce()
 {
     m_introduction = new introduce;
-    m_introduction->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    m_introduction->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint
+                                   | Qt::WindowCloseButtonHint);
     m_introduction->setAttribute(Qt::WA_DeleteOnClose);
     m_introduction->setAttribute(Qt::WA_QuitOnClose, false);
     m_introduction->show();

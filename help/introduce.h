@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window that introduces the program by a picture of it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "link/commandchannel.h"
 
 #include "link/serialline.h"

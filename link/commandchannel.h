@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Commands to the board and the waits between them.
 #pragma once
 

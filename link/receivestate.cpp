@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "link/receivestate.h"
 
 QByteArray ReceiveState::join(const QByteArray &chunk)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is kept between two arrivals of bytes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one serial line to the board: its port object, its fixed settings, and what went wrong with it.
 #pragma once
 

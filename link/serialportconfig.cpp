@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "link/serialportconfig.h"
 
 #include "link/serialline.h"

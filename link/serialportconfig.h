@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The serial port settings dialog. The program makes one and never shows it.
 #pragma once
 

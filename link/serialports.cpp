@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "link/serialports.h"
 
 #include <QSerialPortInfo>

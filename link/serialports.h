@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which serial ports there are.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Built-in self-tests: results kept, and played onto their two rows of indicators.
 #include "protocol/bist.h"
 
@@ -10,12 +11,14 @@ namespace bist = protocol::bist;
 
 void MainWindow::LBIST_sequence()
 {
-    labelBitSet(bist::kLbistCount, QStringLiteral("LBIST"), QString::fromLatin1(indicator::kGreen), m_selfTest.lbistSet2, 8);
+    labelBitSet(bist::kLbistCount, QStringLiteral("LBIST"), QString::fromLatin1(indicator::kGreen),
+                m_selfTest.lbistSet2, 8);
 }
 
 void MainWindow::MBIST_sequence()
 {
-    labelBitSet(bist::kMbistShown, QStringLiteral("MBIST"), QString::fromLatin1(indicator::kGreen), m_selfTest.mbistSet2, 5);
+    labelBitSet(bist::kMbistShown, QStringLiteral("MBIST"), QString::fromLatin1(indicator::kGreen),
+                m_selfTest.mbistSet2, 5);
 }
 
 // The logic row is greyed by the memory flags too.

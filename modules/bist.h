@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Self-test flags seen since the window was built; they are set and never cleared.
 #pragma once
 

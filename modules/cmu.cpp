@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Clock monitors: thirteen of them from one table, the clock generators, limits and fault injection.
 #include "protocol/cmu.h"
 
@@ -34,18 +35,24 @@ struct Row {
 // LIN_CLK, while its loss indicator and its fault speak of the SPI clock: it watches both.
 constexpr std::array rows = std::to_array<Row>({
     {&Form::radioButton_cmu0_enable, &Form::label_MCCLK_fmin, &Form::label_MCCLK_fvalue, &Form::label_MCCLK_fmax},
-    {&Form::radioButton_cmu1_enable, &Form::label_core0clk_fmin, &Form::label_core0clk_fvalue, &Form::label_core0clk_fmax},
+    {&Form::radioButton_cmu1_enable, &Form::label_core0clk_fmin, &Form::label_core0clk_fvalue,
+     &Form::label_core0clk_fmax},
     {&Form::radioButton_cmu2_enable, &Form::label_canclk_fmin, &Form::label_canclk_fvalue, &Form::label_canclk_fmax},
     {&Form::radioButton_cmu3_enable, &Form::label_adcclk_fmin, &Form::label_adcclk_fvalue, &Form::label_adcclk_fmax},
     {&Form::radioButton_cmu4_enable, &Form::label_sysclk_fmin, &Form::label_sysclk_fvalue, &Form::label_sysclk_fmax},
-    {&Form::radioButton_cmu5_enable, &Form::label_leastclk_fmin, &Form::label_leastclk_fvalue, &Form::label_leastclk_fmax},
+    {&Form::radioButton_cmu5_enable, &Form::label_leastclk_fmin, &Form::label_leastclk_fvalue,
+     &Form::label_leastclk_fmax},
     {&Form::radioButton_cmu6_enable, &Form::label_clkout0_fmin, &Form::label_clkout0_fvalue, &Form::label_clkout0_fmax},
     {&Form::radioButton_cmu7_enable, &Form::label_sptclk_fmin, &Form::label_sptclk_fvalue, &Form::label_sptclk_fmax},
     {&Form::radioButton_cmu8_enable, &Form::label_linclk_fmin, &Form::label_linclk_fvalue, &Form::label_linclk_fmax},
-    {&Form::radioButton_cmu9_enable, &Form::label_core1clk_fmin, &Form::label_core1clk_fvalue, &Form::label_core1clk_fmax},
-    {&Form::radioButton_cmu10_enable, &Form::label_core2clk_fmin, &Form::label_core2clk_fvalue, &Form::label_core2clk_fmax},
-    {&Form::radioButton_cmu11_enable, &Form::label_pbridgeclk_fmin, &Form::label_pbridgeclk_fvalue, &Form::label_pbridgeclk_fmax},
-    {&Form::radioButton_cmu12_enable, &Form::label_acqnclk_fmin, &Form::label_acqnclk_fvalue, &Form::label_acqnclk_fmax},
+    {&Form::radioButton_cmu9_enable, &Form::label_core1clk_fmin, &Form::label_core1clk_fvalue,
+     &Form::label_core1clk_fmax},
+    {&Form::radioButton_cmu10_enable, &Form::label_core2clk_fmin, &Form::label_core2clk_fvalue,
+     &Form::label_core2clk_fmax},
+    {&Form::radioButton_cmu11_enable, &Form::label_pbridgeclk_fmin, &Form::label_pbridgeclk_fvalue,
+     &Form::label_pbridgeclk_fmax},
+    {&Form::radioButton_cmu12_enable, &Form::label_acqnclk_fmin, &Form::label_acqnclk_fvalue,
+     &Form::label_acqnclk_fmax},
 });
 static_assert(rows.size() == cmu::kMonitorCount);
 

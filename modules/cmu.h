@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is kept of the clock monitors.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checksum unit: a request, and the log of results.
 #include "protocol/crc.h"
 
@@ -20,9 +21,9 @@ void MainWindow::on_pushButton_CRC_set_clicked()
     ui->lineEdit_CRC_calTime->clear();
     ui->textBrowser_CRC_calResult->clear();
     delayMs(300);
-    const QString command = crc::command(ui->comboBox_CRC_polynomial->currentIndex(),
-                                         ui->comboBox_CRC_instance->currentIndex(),
-                                         ui->comboBox_CRC_channel->currentIndex());
+    const QString command =
+        crc::command(ui->comboBox_CRC_polynomial->currentIndex(), ui->comboBox_CRC_instance->currentIndex(),
+                     ui->comboBox_CRC_channel->currentIndex());
     gSerialPort->write((command + QStringLiteral("\r\n")).toLatin1());
 }
 
@@ -34,12 +35,15 @@ void MainWindow::CRCDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
     const crc::Result result = crc::decodeResult(payload);
     const QString value = crc::valueText(result.value, ui->comboBox_CRC_polynomial->currentIndex());
     const QString time = QStringLiteral("Calculate Time:") + QString::number(static_cast<double>(result.time), 'f', 6);
-    m_crcLog << QStringList{QStringLiteral("\r\nCRC calculate condition:\r\nCalculate Polynomials: ") + ui->comboBox_CRC_polynomial->currentText(),
+    m_crcLog << QStringList{QStringLiteral("\r\nCRC calculate condition:\r\nCalculate Polynomials: ")
+                                + ui->comboBox_CRC_polynomial->currentText(),
                             QStringLiteral("Calculate Instance: ") + ui->comboBox_CRC_instance->currentText(),
                             QStringLiteral("Calculate Channel: ") + ui->comboBox_CRC_channel->currentText(),
-                            QStringLiteral("CRC calculate data size: %1 \r\nData:\r\n").arg(result.size) + crc::dataText(result.data),
+                            QStringLiteral("CRC calculate data size: %1 \r\nData:\r\n").arg(result.size)
+                                + crc::dataText(result.data),
                             QStringLiteral("Calculate Result:") + value,
-                            time}.join(QLatin1Char('\n'));
+                            time}
+                    .join(QLatin1Char('\n'));
     display::later(ui->textBrowser_CRC_calData,
                    [this] { textview::append(*ui->textBrowser_CRC_calData, std::exchange(m_crcLog, {})); });
     display::text(ui->textBrowser_CRC_calResult, value);

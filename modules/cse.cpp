@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cryptographic services engine: commands built from the inputs, engine state, results.
 #include "protocol/cse.h"
 
@@ -38,9 +39,7 @@ bool hasLength(QWidget *parent, const QString &text, bool multiple)
 void count(QPlainTextEdit *input, QLabel *label, const QString &wanted)
 {
     keepToOneLine(input);
-    const auto show = [input, label, wanted] {
-        label->setText(QString::number(input->toPlainText().size()) + wanted);
-    };
+    const auto show = [input, label, wanted] { label->setText(QString::number(input->toPlainText().size()) + wanted); };
     QObject::connect(input, &QPlainTextEdit::textChanged, label, show);
     show();
 }
@@ -158,7 +157,8 @@ void MainWindow::showEngineBusy()
 void MainWindow::showEngineResult(const QByteArray &payload)
 {
     const cse::Result result = cse::decodeResult(payload);
-    display::text(ui->lineEdit_cse_proess, QString::number(static_cast<double>(result.time), 'f', 2) + QStringLiteral(" us"));
+    display::text(ui->lineEdit_cse_proess,
+                  QString::number(static_cast<double>(result.time), 'f', 2) + QStringLiteral(" us"));
     switch (result.operation) {
     case cse::EncryptEcb:
     case cse::EncryptCbc:

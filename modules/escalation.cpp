@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reset escalation: the two switches, their thresholds and counters.
 #include "app/display.h"
 #include "app/indicators.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fault collection and control unit: its state, the fault shown, the log and the history.
 #include "protocol/fccu.h"
 
@@ -106,9 +107,8 @@ void MainWindow::showFault(const QByteArray &payload)
     const fccu::FaultEvent event = fccu::decodeFault(payload);
     const FaultWords words = wordsOf(event.id);
     m_fccu.log.append(faultTitle(event.id) + QLatin1Char('\n') + words.log);
-    display::later(ui->textBrowser_fccurecord, [this] {
-        textview::append(*ui->textBrowser_fccurecord, std::exchange(m_fccu.log, {}));
-    });
+    display::later(ui->textBrowser_fccurecord,
+                   [this] { textview::append(*ui->textBrowser_fccurecord, std::exchange(m_fccu.log, {})); });
 
     m_fccu.fccuHistory.push_back({event.id, event.time, words.source, words.description});
     ui->comboBox_FaultID->addItem(faultTitle(event.id));

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // State of the fault collection panel.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Interrupt monitor: the grid of nine channels, configuration, faults.
 #include "protocol/intcm.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Memory errors: injection into three memories and the cache, and the record.
 #include "protocol/memu.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is kept of the memory errors.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Power management controller: eight voltage detectors from one table, their self-tests and faults.
 #include "protocol/pmc.h"
 
@@ -31,7 +32,8 @@ constexpr Row rows[] = {
     {pmc::CoreHvd, 2, &Form::radioButton_PMC_COREHVD_onoff, &Form::label_PMC_COREHVD, &Form::label_PMC_COREHVD_test_s},
     {pmc::AdcLvd, 3, &Form::radioButton_PMC_ADCELVD_onoff, &Form::label_PMC_ADCELVD, &Form::label_PMC_ADCELVD_test_s},
     {pmc::AdcHvd, 4, &Form::radioButton_PMC_ADCHVD_onoff, &Form::label_PMC_ADCHVD, &Form::label_PMC_ADCHVD_test_s},
-    {pmc::FlashLvd, 5, &Form::radioButton_PMC_FlashLVD_onoff, &Form::label_PMC_FlashLVD, &Form::label_PMC_FlashLVD_test_s},
+    {pmc::FlashLvd, 5, &Form::radioButton_PMC_FlashLVD_onoff, &Form::label_PMC_FlashLVD,
+     &Form::label_PMC_FlashLVD_test_s},
     {pmc::IoLvd, 7, &Form::radioButton_PMC_IOLVD_onoff, &Form::label_PMC_IOLVD, &Form::label_PMC_IOLVD_test_s},
     {pmc::PmcLvd, 8, &Form::radioButton_PMC_ADCHVD_onoff_2, &Form::label_PMC_PMCLVD, &Form::label_PMC_PMCLVD_test_s},
 };

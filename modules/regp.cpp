@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Register protection: the two locks, the register in its two spaces, and the writes.
 #include "protocol/regp.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reset reasons with their fault sources, and the refresh after a restart.
 #include "protocol/reset.h"
 

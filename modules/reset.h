@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is kept of the board's resets.
 #pragma once
 
@@ -10,6 +11,6 @@ struct ResetPanel {
     QBitArray resetSourceBits; // 128 flags of the last reset report
     bool destructiveResetSeen = false;
     bool bistResetPending = false;
-    int refreshes = 0; // under way, one inside the wait of another
+    int refreshes = 0;           // under way, one inside the wait of another
     QPointer<QTimer> resetTimer; // the latest one; earlier ones run on
 };

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // System memory protection: five region rows from one table.
 #include "protocol/smpu.h"
 
@@ -23,31 +24,50 @@ struct Row {
     QLineEdit *Form::*valid;
     QLineEdit *Form::*start;
     QLineEdit *Form::*end;
-    std::array<QLineEdit *Form::*, smpu::kCoreCount> rights;
+    std::array<QLineEdit * Form::*, smpu::kCoreCount> rights;
     QLineEdit *Form::*cache;
 };
 
 // Region 7's field is named after a region 1.
 constexpr Row rows[] = {
-    {0, &Form::label_SMPU1, &Form::lineEdit_smpu01_Region0, &Form::lineEdit_smpu01_Startadress_2,
+    {0,
+     &Form::label_SMPU1,
+     &Form::lineEdit_smpu01_Region0,
+     &Form::lineEdit_smpu01_Startadress_2,
      &Form::lineEdit_smpu01_Endaddress_2,
-     {&Form::lineEdit_smpu01_Core0ReadWrite_2, &Form::lineEdit_smpu01_Core1ReadWrite_2, &Form::lineEdit_smpu01_Core2ReadWrite_2},
+     {&Form::lineEdit_smpu01_Core0ReadWrite_2, &Form::lineEdit_smpu01_Core1ReadWrite_2,
+      &Form::lineEdit_smpu01_Core2ReadWrite_2},
      &Form::lineEdit_smpu01_Cashe_2},
-    {1, &Form::label_SMPU1, &Form::lineEdit_smpu01_Region1, &Form::lineEdit_smpu01_Startadress,
+    {1,
+     &Form::label_SMPU1,
+     &Form::lineEdit_smpu01_Region1,
+     &Form::lineEdit_smpu01_Startadress,
      &Form::lineEdit_smpu01_Endaddress,
-     {&Form::lineEdit_smpu01_Core0ReadWrite, &Form::lineEdit_smpu01_Core1ReadWrite, &Form::lineEdit_smpu01_Core2ReadWrite},
+     {&Form::lineEdit_smpu01_Core0ReadWrite, &Form::lineEdit_smpu01_Core1ReadWrite,
+      &Form::lineEdit_smpu01_Core2ReadWrite},
      &Form::lineEdit_smpu01_Cashe},
-    {4, &Form::label_SMPU1, &Form::lineEdit_smpu01_Region4, &Form::lineEdit_smpu01_Startadress_3,
+    {4,
+     &Form::label_SMPU1,
+     &Form::lineEdit_smpu01_Region4,
+     &Form::lineEdit_smpu01_Startadress_3,
      &Form::lineEdit_smpu01_Endaddress_3,
-     {&Form::lineEdit_smpu01_Core0ReadWrite_3, &Form::lineEdit_smpu01_Core1ReadWrite_3, &Form::lineEdit_smpu01_Core2ReadWrite_3},
+     {&Form::lineEdit_smpu01_Core0ReadWrite_3, &Form::lineEdit_smpu01_Core1ReadWrite_3,
+      &Form::lineEdit_smpu01_Core2ReadWrite_3},
      &Form::lineEdit_smpu01_Cashe_3},
-    {7, &Form::label_SMPU0, &Form::lineEdit_smpu0_Region1, &Form::lineEdit_smpu0_Startadress,
+    {7,
+     &Form::label_SMPU0,
+     &Form::lineEdit_smpu0_Region1,
+     &Form::lineEdit_smpu0_Startadress,
      &Form::lineEdit_smpu0_Endaddress,
      {&Form::lineEdit_smpu0_Core0ReadWrite, &Form::lineEdit_smpu0_Core1ReadWrite, &Form::lineEdit_smpu0_Core2ReadWrite},
      &Form::lineEdit_smpu0_Cashe},
-    {15, &Form::label_SMPU1, &Form::lineEdit_smpu01_Region15, &Form::lineEdit_smpu01_Startadress_4,
+    {15,
+     &Form::label_SMPU1,
+     &Form::lineEdit_smpu01_Region15,
+     &Form::lineEdit_smpu01_Startadress_4,
      &Form::lineEdit_smpu01_Endaddress_4,
-     {&Form::lineEdit_smpu01_Core0ReadWrite_4, &Form::lineEdit_smpu01_Core1ReadWrite_4, &Form::lineEdit_smpu01_Core2ReadWrite_4},
+     {&Form::lineEdit_smpu01_Core0ReadWrite_4, &Form::lineEdit_smpu01_Core1ReadWrite_4,
+      &Form::lineEdit_smpu01_Core2ReadWrite_4},
      &Form::lineEdit_smpu01_Cashe_4},
 };
 

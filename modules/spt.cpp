@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Signal processing accelerator: frame counter, its two memory checks, fault record.
 #include "protocol/spt.h"
 

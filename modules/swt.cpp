@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Software watchdogs: one a core, from one table.
 #include "protocol/swt.h"
 
@@ -43,9 +44,10 @@ void showStatus(const Form &form, const swt::Status &status)
     display::later(form.*row.group, [group = form.*row.group, on = status.on] { group->setChecked(on); });
     indicator::paint(form.*row.onOff, status.on ? indicator::kGreen : indicator::kGrey);
     display::text(form.*row.timeout, QStringLiteral("%1ms").arg(status.timeout / swt::kCountsPerMs));
-    display::text(form.*row.window, QStringLiteral("%1ms - %2ms")
-                                        .arg(status.window / swt::kCountsPerMs)
-                                        .arg(status.window / (swt::kCountsPerMs / 2)));
+    display::text(form.*row.window,
+                  QStringLiteral("%1ms - %2ms")
+                      .arg(status.window / swt::kCountsPerMs)
+                      .arg(status.window / (swt::kCountsPerMs / 2)));
 }
 
 } // namespace

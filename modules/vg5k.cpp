@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The external safety power chip: regulators, fail-safe state, debug mode, fault counter.
 #include "protocol/vg5k.h"
 
@@ -27,8 +28,9 @@ struct StateRow {
 };
 
 constexpr StateRow states[] = {
-    {"INIT_FS", "rgb(0,0,0)", Qt::white},           {"WAIT_ABIST2", "rgb(72,61,139)", Qt::white}, {"ABIST2", "rgb(30,144,255)", Qt::black},
-    {"ASSERT_FS0B", "rgb(218,165,32)", Qt::black},  {"NORMAL_FS", "rgb(91,215,97)", Qt::black},
+    {"INIT_FS", "rgb(0,0,0)", Qt::white},       {"WAIT_ABIST2", "rgb(72,61,139)", Qt::white},
+    {"ABIST2", "rgb(30,144,255)", Qt::black},   {"ASSERT_FS0B", "rgb(218,165,32)", Qt::black},
+    {"NORMAL_FS", "rgb(91,215,97)", Qt::black},
 };
 static_assert(std::size(states) == vg5k::NormalFs + 1);
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Crossbar integrity checkers: five groups from one table, fault paths that blink.
 #include "protocol/xbic.h"
 

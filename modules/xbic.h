@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is kept of the crossbar checkers.
 #pragma once
 

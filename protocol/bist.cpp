@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/bist.h"
 
 #include "protocol/payload.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Results of the built-in self-tests.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/cmu.h"
 
 #include "protocol/frame.h"
@@ -5,7 +6,6 @@
 
 #include <algorithm>
 #include <iterator>
-
 
 namespace protocol::cmu {
 
@@ -23,16 +23,26 @@ Monitor decodeMonitor(const QByteArray &payload)
 {
     const PayloadReader read(payload);
     const quint8 flags = read.u8(0);
-    return {static_cast<quint8>(flags >> 4), (flags & 4) != 0, (flags & 2) != 0, (flags & 1) != 0,
-            read.u8(1), read.u8(2), read.u8(3)};
+    return {static_cast<quint8>(flags >> 4),
+            (flags & 4) != 0,
+            (flags & 2) != 0,
+            (flags & 1) != 0,
+            read.u8(1),
+            read.u8(2),
+            read.u8(3)};
 }
 
 ClockStatus decodeClock(const QByteArray &payload)
 {
     const PayloadReader read(payload);
     const quint8 flags = read.u8(0);
-    return {(flags & 0x80) != 0, (flags & 0x40) != 0, (flags & 0x20) != 0, (flags & 0x10) != 0, (flags & 0x08) != 0,
-            static_cast<quint8>(flags & 7), static_cast<float>(read.u24be(1)) / 1000000.0F};
+    return {(flags & 0x80) != 0,
+            (flags & 0x40) != 0,
+            (flags & 0x20) != 0,
+            (flags & 0x10) != 0,
+            (flags & 0x08) != 0,
+            static_cast<quint8>(flags & 7),
+            static_cast<float>(read.u24be(1)) / 1000000.0F};
 }
 
 FaultRecord decodeFaultRecord(const QByteArray &payload, quint32 length)

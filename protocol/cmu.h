@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Clock monitor units: reports and commands.
 #pragma once
 
@@ -32,8 +33,8 @@ struct ClockStatus {
     bool pll0 = false;
     bool xosc = false;
     bool irc = false;
-    quint8 source = 0;   // system clock source code
-    float ircMHz = 0;    // measurement of the internal oscillator
+    quint8 source = 0; // system clock source code
+    float ircMHz = 0;  // measurement of the internal oscillator
 
     bool operator==(const ClockStatus &) const = default;
 };

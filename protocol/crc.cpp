@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/crc.h"
 
 #include "protocol/frame.h"

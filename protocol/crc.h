@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checksum unit.
 #pragma once
 
@@ -12,8 +13,8 @@ enum ReportType : quint8 { ResultReport = 3 };
 enum Polynomial { Crc8Vda = 0, Crc16Ccitt = 1, Crc32Itu = 2, Crc8H2f = 3 };
 
 struct Result {
-    quint32 size = 0;  // announced number of data bytes
-    QByteArray data;   // those bytes, 0 beyond the payload; never more than a frame can carry
+    quint32 size = 0; // announced number of data bytes
+    QByteArray data;  // those bytes, 0 beyond the payload; never more than a frame can carry
     quint32 value = 0;
     float time = 0; // microseconds
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/cse.h"
 
 #include "protocol/payload.h"

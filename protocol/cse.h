@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cryptographic services engine.
 #pragma once
 

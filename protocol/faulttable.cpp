@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/faulttable.h"
 
 #include "protocol/sys.h"

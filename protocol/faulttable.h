@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The 128 fault sources of the fault collection unit.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/fccu.h"
 
 #include "protocol/payload.h"

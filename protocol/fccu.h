@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fault collection and control unit: its state, and the faults that it reports.
 #pragma once
 

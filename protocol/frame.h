@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One response frame: its layout on the wire, the record it is extracted into, and its encoding.
 //
 //   offset 0   A5 C3       sync

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hexadecimal numbers as texts.
 #pragma once
 

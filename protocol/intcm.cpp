@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/intcm.h"
 
 #include "protocol/payload.h"
@@ -25,7 +26,8 @@ std::vector<Channel> decodeChannels(const QByteArray &payload)
     std::vector<Channel> channels(read.u8(0));
     int at = 1;
     for (Channel &channel : channels) {
-        channel = {read.u8(at), read.u8(at + 1), read.u8(at + 2), read.u16be(at + 3), read.u24be(at + 5), read.u24be(at + 8)};
+        channel = {read.u8(at),        read.u8(at + 1),    read.u8(at + 2),
+                   read.u16be(at + 3), read.u24be(at + 5), read.u24be(at + 8)};
         at += 11;
     }
     return channels;

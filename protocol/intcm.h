@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Interrupt monitor.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Memory error management unit.
 #pragma once
 

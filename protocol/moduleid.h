@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The modules of the board that send frames.
 #pragma once
 

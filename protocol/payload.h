@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading and writing the bytes of a payload.
 #pragma once
 

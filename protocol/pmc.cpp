@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/pmc.h"
 
 #include "protocol/payload.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Power management controller: voltage detectors.
 #pragma once
 

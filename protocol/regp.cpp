@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/regp.h"
 
 #include "protocol/payload.h"

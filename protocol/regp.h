@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Register protection.
 #pragma once
 

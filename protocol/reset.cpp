@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/reset.h"
 
 #include "protocol/payload.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reset reasons and reset escalation.
 #pragma once
 
@@ -26,7 +27,7 @@ struct Reasons {
 };
 
 struct Escalation {
-    quint8 functional = 0; // number of functional resets that make a destructive one; 0: off
+    quint8 functional = 0;  // number of functional resets that make a destructive one; 0: off
     quint8 destructive = 0; // number of destructive resets that keep the chip in reset; 0: off
 
     bool operator==(const Escalation &) const = default;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/smpu.h"
 
 #include "protocol/hextext.h"
@@ -22,9 +23,13 @@ Region decodeRegion(const QByteArray &payload)
     const unsigned first = read.u8(0);
     const unsigned second = read.u8(1);
     const auto rights = [](unsigned bits) { return static_cast<quint8>(bits & 3); };
-    return {static_cast<quint8>(first >> 4), (first & 8) != 0, (first & 4) != 0,
-            {rights(first), rights(second >> 6), rights(second >> 4)}, (second & 8) != 0,
-            swappedHalves(read, 2), swappedHalves(read, 6)};
+    return {static_cast<quint8>(first >> 4),
+            (first & 8) != 0,
+            (first & 4) != 0,
+            {rights(first), rights(second >> 6), rights(second >> 4)},
+            (second & 8) != 0,
+            swappedHalves(read, 2),
+            swappedHalves(read, 6)};
 }
 
 std::vector<Fault> decodeFaults(const QByteArray &payload)

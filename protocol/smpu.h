@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // System memory protection units.
 #pragma once
 

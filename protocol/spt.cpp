@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/spt.h"
 
 #include "protocol/payload.h"

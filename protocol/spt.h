@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Signal processing accelerator.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/swt.h"
 
 #include "protocol/payload.h"
@@ -17,8 +18,8 @@ Status decodeStatus(const QByteArray &payload)
 {
     const PayloadReader read(payload);
     const unsigned flags = read.u8(0);
-    return {static_cast<quint8>(flags >> 6), static_cast<quint8>(flags >> 4 & 3), (flags & 8) != 0,
-            read.u32be(1), read.u32be(5)};
+    return {static_cast<quint8>(flags >> 6), static_cast<quint8>(flags >> 4 & 3), (flags & 8) != 0, read.u32be(1),
+            read.u32be(5)};
 }
 
 QString modeName(quint8 mode)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Software watchdogs.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/sys.h"
 
 #include "protocol/payload.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // System status: operating mode, firmware version, restart notice.
 #pragma once
 

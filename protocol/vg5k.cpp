@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/vg5k.h"
 
 #include "protocol/payload.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The external safety power chip.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "protocol/xbic.h"
 
 #include "protocol/payload.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Crossbar integrity checkers.
 #pragma once
 

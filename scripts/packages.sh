@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by the other scripts: installs the Debian packages that are missing.
 
 build_packages=(cmake ninja-build g++ ccache qtbase5-dev libqt5serialport5-dev libssl-dev libboost-dev

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/badcable.h"
 
 #include <utility>
@@ -23,7 +24,10 @@ char withNoise(char byte, double noise, std::mt19937 &chance)
 } // namespace
 
 BadCable::BadCable(quint32 seed, QObject *parent)
-    : QObject(parent), m_toProgram(seed), m_toBoard(seed + 1), m_stalls(seed + 2)
+    : QObject(parent),
+      m_toProgram(seed),
+      m_toBoard(seed + 1),
+      m_stalls(seed + 2)
 {
     for (QTimer *timer : {&m_stallTimer, &m_plugTimer})
         timer->setSingleShot(true);
@@ -80,7 +84,8 @@ void BadCable::setStalled(bool stalled)
     else if (stalled)
         m_stallTimer.start(m_faults.stallMs);
     else
-        m_stallTimer.start(m_faults.stallMs * (kShortestRun + static_cast<int>(m_stalls() % (kLongestRun - kShortestRun + 1))));
+        m_stallTimer.start(m_faults.stallMs
+                           * (kShortestRun + static_cast<int>(m_stalls() % (kLongestRun - kShortestRun + 1))));
 }
 
 void BadCable::setPulledOut(bool out)

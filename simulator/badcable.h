@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The cable between the board and its line, with what goes wrong on cables.
 #pragma once
 

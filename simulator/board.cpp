@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/board.h"
 
 #include "protocol/frame.h"
@@ -80,7 +81,8 @@ void Board::send(ModuleId module, quint8 type, const QByteArray &payload)
 void Board::say(const QString &text)
 {
     // A byte a character: the quotation marks of the reset reasons have none of their own.
-    const QString plain = QString(text).replace(QChar(0x2018), QLatin1Char('\'')).replace(QChar(0x2019), QLatin1Char('\''));
+    const QString plain =
+        QString(text).replace(QChar(0x2018), QLatin1Char('\'')).replace(QChar(0x2019), QLatin1Char('\''));
     send(ModuleId::Text, 0, plain.toLatin1());
     emit said(text);
 }

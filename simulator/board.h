@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The board: its units, the commands they answer, and the frames they send.
 #pragma once
 

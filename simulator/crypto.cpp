@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/crypto.h"
 
 #include <openssl/evp.h>
@@ -17,7 +18,8 @@ const unsigned char *bytesOf(const QByteArray &data)
 
 QByteArray cipher(const QByteArray &key, const QByteArray &iv, const QByteArray &data, bool forward)
 {
-    const std::unique_ptr<EVP_CIPHER_CTX, decltype(&EVP_CIPHER_CTX_free)> context(EVP_CIPHER_CTX_new(), EVP_CIPHER_CTX_free);
+    const std::unique_ptr<EVP_CIPHER_CTX, decltype(&EVP_CIPHER_CTX_free)> context(EVP_CIPHER_CTX_new(),
+                                                                                  EVP_CIPHER_CTX_free);
     QByteArray result(data.size() + kBlockSize, '\0');
     auto *out = reinterpret_cast<unsigned char *>(result.data());
     int length = 0;
@@ -45,7 +47,8 @@ QByteArray decrypt(const QByteArray &key, const QByteArray &iv, const QByteArray
 QByteArray cmac(const QByteArray &key, const QByteArray &message)
 {
     const std::unique_ptr<EVP_MAC, decltype(&EVP_MAC_free)> mac(EVP_MAC_fetch(nullptr, "CMAC", nullptr), EVP_MAC_free);
-    const std::unique_ptr<EVP_MAC_CTX, decltype(&EVP_MAC_CTX_free)> context(EVP_MAC_CTX_new(mac.get()), EVP_MAC_CTX_free);
+    const std::unique_ptr<EVP_MAC_CTX, decltype(&EVP_MAC_CTX_free)> context(EVP_MAC_CTX_new(mac.get()),
+                                                                            EVP_MAC_CTX_free);
     char name[] = "AES-128-CBC";
     const OSSL_PARAM parameters[] = {OSSL_PARAM_construct_utf8_string("cipher", name, 0), OSSL_PARAM_construct_end()};
     QByteArray result(kBlockSize, '\0');

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // AES-128 and what is built on it, by OpenSSL's libcrypto.
 #pragma once
 

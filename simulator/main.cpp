@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // virtual-board: the board as a process of its own, on a pseudo-terminal that it names on standard output.
 #include "simulator/signals.h"
 #include "simulator/virtualboard.h"
@@ -41,7 +42,10 @@ double numberOf(const QCommandLineParser &parser, const QCommandLineOption &opti
     bool isNumber = false;
     const double number = text.toDouble(&isNumber);
     if (!isNumber || !(number >= 0 && number <= highest))
-        refuse(QStringLiteral("--%1 takes a number from 0 to %2, not \"%3\"").arg(option.names().constFirst()).arg(highest, 0, 'f', 0).arg(text));
+        refuse(QStringLiteral("--%1 takes a number from 0 to %2, not \"%3\"")
+                   .arg(option.names().constFirst())
+                   .arg(highest, 0, 'f', 0)
+                   .arg(text));
     return number;
 }
 
@@ -72,15 +76,18 @@ int main(int argc, char *argv[])
     parser.addVersionOption();
     const QCommandLineOption verbose(QStringLiteral("verbose"), QStringLiteral("Log each command on standard error."));
     const QCommandLineOption noPace(QStringLiteral("no-pace"), QStringLiteral("Send as fast as the bytes are taken."));
-    const QCommandLineOption link(QStringLiteral("link"), QStringLiteral("Make PATH a symbolic link to the terminal."), QStringLiteral("PATH"));
-    const QCommandLineOption withStdin(QStringLiteral("exit-with-stdin"), QStringLiteral("End when standard input reaches its end."));
+    const QCommandLineOption link(QStringLiteral("link"), QStringLiteral("Make PATH a symbolic link to the terminal."),
+                                  QStringLiteral("PATH"));
+    const QCommandLineOption withStdin(QStringLiteral("exit-with-stdin"),
+                                       QStringLiteral("End when standard input reaches its end."));
     const auto seed = number("seed", "Seed of all chance (default 1).", "N", "1");
     const auto powerCycle = number("power-cycle-after", "Power-cycle a board held in reset after SECONDS.", "SECONDS");
     const auto noise = number("noise", "Flip each bit with this probability, both ways.", "RATE");
     const auto drop = number("drop", "Lose each byte with this probability, both ways.", "RATE");
     const auto duplicate = number("duplicate", "Double each byte with this probability, both ways.", "RATE");
     const auto stall = number("stall", "Stop sending for SECONDS, each time after 5 to 15 times as long.", "SECONDS");
-    const auto hangUp = number("hang-up", "Hang up AFTER seconds and come back 1 s later on a new terminal, again and again.", "AFTER");
+    const auto hangUp =
+        number("hang-up", "Hang up AFTER seconds and come back 1 s later on a new terminal, again and again.", "AFTER");
     parser.addOptions({verbose, noPace, seed, powerCycle, noise, drop, duplicate, stall, hangUp, link, withStdin});
     parser.process(application);
 

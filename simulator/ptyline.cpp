@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/ptyline.h"
 
 #include "protocol/frame.h"
@@ -151,7 +152,8 @@ int PtyLine::allowance()
 {
     if (!m_paced)
         return kQueueLimit;
-    m_budget = std::min(m_budget + static_cast<double>(m_clock.nsecsElapsed()) * 1e-9 * kBytesPerSecond, kLargestBudget);
+    m_budget =
+        std::min(m_budget + static_cast<double>(m_clock.nsecsElapsed()) * 1e-9 * kBytesPerSecond, kLargestBudget);
     m_clock.restart();
     return static_cast<int>(m_budget);
 }

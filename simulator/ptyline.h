@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A pseudo-terminal in raw mode that behaves like the board's USB serial line.
 #pragma once
 
@@ -59,8 +60,8 @@ private:
     bool m_paced = true;
     bool m_connected = false;
     QByteArray m_queue;
-    int m_sent = 0;          // bytes of m_queue that have left
-    double m_budget = 0;     // bytes that may leave now
+    int m_sent = 0;      // bytes of m_queue that have left
+    double m_budget = 0; // bytes that may leave now
     QElapsedTimer m_clock;
     QTimer m_pace;
     QTimer m_watch;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reset reasons by the number of their flag, as far as the virtual board has them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/shell.h"
 
 #include "simulator/board.h"
@@ -32,9 +33,14 @@ bool isPrintable(char byte)
 
 Shell::Shell(Board &board) : m_board(board)
 {
-    board.addCommand({QStringLiteral("help"), {}, QStringLiteral("all commands"), 0, 0, [this](const QStringList &) { help(); }});
-    board.addCommand({QStringLiteral("status"), {}, QStringLiteral("state of all modules"), 0, 0, [this](const QStringList &) { status(); }});
-    QObject::connect(&board, &Board::said, &board, [this](const QString &text) { m_lineOpen = !text.endsWith(QLatin1Char('\n')); });
+    board.addCommand(
+        {QStringLiteral("help"), {}, QStringLiteral("all commands"), 0, 0, [this](const QStringList &) { help(); }});
+    board.addCommand(
+        {QStringLiteral("status"), {}, QStringLiteral("state of all modules"), 0, 0, [this](const QStringList &) {
+             status();
+         }});
+    QObject::connect(&board, &Board::said, &board,
+                     [this](const QString &text) { m_lineOpen = !text.endsWith(QLatin1Char('\n')); });
 }
 
 void Shell::take(const QByteArray &bytes)
@@ -48,11 +54,12 @@ void Shell::take(const QByteArray &bytes)
 // Whole lines and nothing else.
 bool Shell::takeLines(const QByteArray &bytes)
 {
-    const bool whole = bytes.size() > 2 && isLineEnd(bytes.back()) && !bytes.contains(kEscape) && !bytes.contains(kBackspace)
-        && !bytes.contains(kDelete);
+    const bool whole = bytes.size() > 2 && isLineEnd(bytes.back()) && !bytes.contains(kEscape)
+        && !bytes.contains(kBackspace) && !bytes.contains(kDelete);
     if (!whole)
         return false;
-    const QStringList lines = QString::fromLatin1(bytes).replace(QLatin1Char('\r'), QLatin1Char('\n'))
+    const QStringList lines = QString::fromLatin1(bytes)
+                                  .replace(QLatin1Char('\r'), QLatin1Char('\n'))
                                   .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     for (const QString &line : lines)
         m_board.execute(line);
@@ -153,7 +160,8 @@ void Shell::help()
 {
     for (const Board::Command &command : m_board.commands()) {
         if (!command.help.isEmpty())
-            m_board.say(QStringLiteral("%1 - %2\r\n").arg((command.words + QLatin1Char(' ') + command.arguments).trimmed(), command.help));
+            m_board.say(QStringLiteral("%1 - %2\r\n")
+                            .arg((command.words + QLatin1Char(' ') + command.arguments).trimmed(), command.help));
     }
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The board's command line: whole lines from a program, or keys from a person at a terminal.
 #pragma once
 

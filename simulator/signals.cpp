@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/signals.h"
 
 #include <QObject>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Signals of the operating system as events of the program.
 #pragma once
 

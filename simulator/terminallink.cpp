@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/terminallink.h"
 
 #include <QFile>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A name for the terminal that stays when the terminal is another one after a hang-up.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One unit of the board: a module's state and behaviour.
 #pragma once
 

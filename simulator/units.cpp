@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/units.h"
 
 #include "simulator/unit.h"
@@ -7,22 +8,10 @@ namespace {
 using Factory = std::unique_ptr<Unit> (*)(Board &);
 
 constexpr Factory factories[] = {
-    makeSystem,
-    makeFaultCollection,
-    makeResetGeneration,
-    makeSelfTest,
-    makeClockMonitors,
-    makePowerManagement,
-    makePowerChip,
-    makeCrossbarCheckers,
-    makeMemoryProtection,
-    makeMemoryErrors,
-    makeRegisterProtection,
-    makeChecksumUnit,
-    makeWatchdogs,
-    makeInterruptMonitor,
-    makeCryptoEngine,
-    makeSignalProcessing,
+    makeSystem,           makeFaultCollection,  makeResetGeneration,    makeSelfTest,
+    makeClockMonitors,    makePowerManagement,  makePowerChip,          makeCrossbarCheckers,
+    makeMemoryProtection, makeMemoryErrors,     makeRegisterProtection, makeChecksumUnit,
+    makeWatchdogs,        makeInterruptMonitor, makeCryptoEngine,       makeSignalProcessing,
 };
 
 } // namespace

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The units that a board has. A further one: its file in units/, its line here, and its line in the table.
 #pragma once
 

@@ -1,8 +1,14 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/virtualboard.h"
 
 VirtualBoard::VirtualBoard(const Options &options, QObject *parent)
-    : QObject(parent), m_board(options.seed), m_line(options.seed), m_cable(options.seed), m_link(options.link),
-      m_shell(m_board), m_tty(m_link.pointTo(m_line.tty()))
+    : QObject(parent),
+      m_board(options.seed),
+      m_line(options.seed),
+      m_cable(options.seed),
+      m_link(options.link),
+      m_shell(m_board),
+      m_tty(m_link.pointTo(m_line.tty()))
 {
     m_line.setPaced(options.paced);
     joinBoardAndLine();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A board on its line: the two joined by a cable.
 #pragma once
 

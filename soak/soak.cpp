@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // soak [MINUTES [SEED]]: the window in front of a virtual board on a bad cable, used by a monkey. Prints once a minute
 // what was done and what it costs in memory; fails where the memory is not explained by what the window keeps.
 #include "demo/boardprocess.h"
@@ -45,13 +46,67 @@ constexpr double kPerTimer = 800;
 constexpr double kCaches = 12e6;
 
 const char *const traffic[] = {
-    "get 0", "get 1", "get 2", "get 3", "get 4", "get 5", "get 6", "get 7", "get 8", "get 9", "get 10", "get 11",
-    "cmu 13 4", "cmu 14 4", "cmu 4 90 60", "cmu 15", "cmu 16", "inject 5 2", "inject 5 3", "pmc 1", "pmc 4 3", "pmc 5", "pmc 6",
-    "inject 4 1", "inject 4 4", "xbic 1 2", "xbic 3", "xbic 4", "inject 7 3", "smpu 3", "smpu 4", "inject 6 2", "inject 6 5",
-    "memu 1", "inject 9 1 1F0", "inject 9 6 40 AA", "inject 9 7", "regP 1", "regP 2 1234", "regP 5 99", "crc 1 0 0", "crc 2 1 1",
-    "crc 3 1 2", "swt 1 2 50", "swt 5", "inject 3 2", "intcm IACK 1 2 100 40", "intcm 1", "intcm 2", "inject 8 1", "cse 1",
-    "cse 2 1 00112233445566778899AABBCCDDEEFF", "cse 3 2 00112233445566778899AABBCCDDEEFF", "cse 4 61", "cse 6 2", "cse 6 1",
-    "inject 10 1", "spt 1", "resetEsca 1 2", "resetEsca 2 2", "status",
+    "get 0",
+    "get 1",
+    "get 2",
+    "get 3",
+    "get 4",
+    "get 5",
+    "get 6",
+    "get 7",
+    "get 8",
+    "get 9",
+    "get 10",
+    "get 11",
+    "cmu 13 4",
+    "cmu 14 4",
+    "cmu 4 90 60",
+    "cmu 15",
+    "cmu 16",
+    "inject 5 2",
+    "inject 5 3",
+    "pmc 1",
+    "pmc 4 3",
+    "pmc 5",
+    "pmc 6",
+    "inject 4 1",
+    "inject 4 4",
+    "xbic 1 2",
+    "xbic 3",
+    "xbic 4",
+    "inject 7 3",
+    "smpu 3",
+    "smpu 4",
+    "inject 6 2",
+    "inject 6 5",
+    "memu 1",
+    "inject 9 1 1F0",
+    "inject 9 6 40 AA",
+    "inject 9 7",
+    "regP 1",
+    "regP 2 1234",
+    "regP 5 99",
+    "crc 1 0 0",
+    "crc 2 1 1",
+    "crc 3 1 2",
+    "swt 1 2 50",
+    "swt 5",
+    "inject 3 2",
+    "intcm IACK 1 2 100 40",
+    "intcm 1",
+    "intcm 2",
+    "inject 8 1",
+    "cse 1",
+    "cse 2 1 00112233445566778899AABBCCDDEEFF",
+    "cse 3 2 00112233445566778899AABBCCDDEEFF",
+    "cse 4 61",
+    "cse 6 2",
+    "cse 6 1",
+    "inject 10 1",
+    "spt 1",
+    "resetEsca 1 2",
+    "resetEsca 2 2",
+    "status",
 };
 
 double residentBytes()
@@ -81,14 +136,18 @@ struct Account {
     double characters = 0;
 
     explicit Account(MainWindow &window)
-        : faults(faultBox(window)->count()), timers(static_cast<double>(window.findChildren<QTimer *>().size()))
+        : faults(faultBox(window)->count()),
+          timers(static_cast<double>(window.findChildren<QTimer *>().size()))
     {
         for (const QTextDocument *document : documents(window)) {
             paragraphs += document->blockCount();
             characters += document->characterCount();
         }
     }
-    static QComboBox *faultBox(MainWindow &window) { return window.findChild<QComboBox *>(QStringLiteral("comboBox_FaultID")); }
+    static QComboBox *faultBox(MainWindow &window)
+    {
+        return window.findChild<QComboBox *>(QStringLiteral("comboBox_FaultID"));
+    }
     static std::vector<QTextDocument *> documents(MainWindow &window)
     {
         std::vector<QTextDocument *> all;
@@ -104,11 +163,14 @@ class Soak : public QObject
 {
 public:
     Soak(MainWindow &window, BoxAnswerer &answers, quint32 seed)
-        : m_window(window), m_answers(answers), m_monkey(window, seed, kMostInside), m_start(window)
+        : m_window(window),
+          m_answers(answers),
+          m_monkey(window, seed, kMostInside),
+          m_start(window)
     {
         m_monkey.addConsole(1, 1500);
-        for (const char *action : {"actionclose", "actionFunctional_Reset", "actionDestructive_Reset", "actionGet_Status",
-                                   "actionabout", "actionLicense"})
+        for (const char *action : {"actionclose", "actionFunctional_Reset", "actionDestructive_Reset",
+                                   "actionGet_Status", "actionabout", "actionLicense"})
             m_monkey.addMenu(1, action);
         m_monkey.add(1, [this] { lookAtIntroduction(); });
         connect(&m_commands, &QTimer::timeout, this,
@@ -120,8 +182,8 @@ public:
 
     void run(int minutes)
     {
-        std::printf("%6s %8s %9s %7s %6s %10s %10s %9s %9s %5s %5s\n", "minute", "actions", "frames", "faults", "opened",
-                    "paragraphs", "characters", "heap MB", "RSS MB", "boxes", "depth");
+        std::printf("%6s %8s %9s %7s %6s %10s %10s %9s %9s %5s %5s\n", "minute", "actions", "frames", "faults",
+                    "opened", "paragraphs", "characters", "heap MB", "RSS MB", "boxes", "depth");
         report();
         m_monkey.start(kActMs);
         m_commands.start(kCommandMs);
@@ -155,8 +217,8 @@ private:
         m_boxes += static_cast<int>(m_answers.seen().size());
         m_answers.clear();
         std::printf("%6d %8d %9llu %7.0f %6d %10.0f %10.0f %9.1f %9.1f %5d %5d\n", m_minute++, m_monkey.actions(),
-                    static_cast<unsigned long long>(m_window.receiveState().rxFrameCount), now.faults, m_opened, now.paragraphs,
-                    now.characters, now.heap / 1e6, residentBytes() / 1e6, m_boxes, m_monkey.deepest());
+                    static_cast<unsigned long long>(m_window.receiveState().rxFrameCount), now.faults, m_opened,
+                    now.paragraphs, now.characters, now.heap / 1e6, residentBytes() / 1e6, m_boxes, m_monkey.deepest());
         std::fflush(stdout);
         return now;
     }
@@ -174,9 +236,11 @@ private:
     // All handlers return, and the window shows what the board answers.
     void waitForQuiet()
     {
-        const bool answers = m_window.findChild<QLineEdit *>(QStringLiteral("lineEdit_sysworkmode"))->text() == QLatin1String("RUN0");
+        const bool answers =
+            m_window.findChild<QLineEdit *>(QStringLiteral("lineEdit_sysworkmode"))->text() == QLatin1String("RUN0");
         if (m_clock.elapsed() > kReportMs) {
-            std::printf("FAILED: the window does not recover (%s)\n", m_monkey.isIdle() ? "no answer" : "a handler still waits");
+            std::printf("FAILED: the window does not recover (%s)\n",
+                        m_monkey.isIdle() ? "no answer" : "a handler still waits");
             QApplication::exit(1);
         } else if (m_monkey.isIdle() && answers) {
             judge();
@@ -198,10 +262,11 @@ private:
         const double rest = kept.heap - texts - m_start.heap;
         const double timers = kept.timers - m_start.timers;
         const double allowed = kCaches + kPerFault * kept.faults + kPerTimer * timers;
-        std::printf("the texts take %.1f MB, %.0f bytes a fault and %.1f a character; beside them, %.0f faults and %.0f timers in "
+        std::printf("the texts take %.1f MB, %.0f bytes a fault and %.1f a character; beside them, %.0f faults and "
+                    "%.0f timers in "
                     "the window, %.2f MB more than at the start, of %.2f explained\n",
-                    texts / 1e6, texts / std::max(1.0, kept.faults), texts / kept.characters, kept.faults, timers, rest / 1e6,
-                    allowed / 1e6);
+                    texts / 1e6, texts / std::max(1.0, kept.faults), texts / kept.characters, kept.faults, timers,
+                    rest / 1e6, allowed / 1e6);
         std::printf(rest <= allowed ? "passed\n" : "FAILED: more memory in use than is explained\n");
         QApplication::exit(rest <= allowed ? 0 : 1);
     }
@@ -227,8 +292,9 @@ int main(int argc, char *argv[])
     const int minutes = std::max(1, words.value(1, QStringLiteral("20")).toInt());
     const QString seed = words.value(2, QStringLiteral("1"));
     const QTemporaryDir folder;
-    const BoardProcess board({"--seed", seed, "--power-cycle-after", "2", "--noise", "0.00002", "--drop", "0.0001", "--duplicate",
-                              "0.0001", "--stall", "0.3", "--hang-up", "40", "--link", folder.filePath("board")});
+    const BoardProcess board({"--seed", seed, "--power-cycle-after", "2", "--noise", "0.00002", "--drop", "0.0001",
+                              "--duplicate", "0.0001", "--stall", "0.3", "--hang-up", "40", "--link",
+                              folder.filePath("board")});
     if (!board.isRunning())
         qFatal("the virtual board did not start");
     setAvailablePortNames([&board] { return QStringList{board.tty()}; });

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Clock monitors: thirteen clocks with limits, a little drift, and ways to break them.
 #include "protocol/cmu.h"
 
@@ -60,14 +61,17 @@ class ClockMonitors : public Unit
 public:
     explicit ClockMonitors(Board &board) : m_board(board)
     {
-        const auto add = [&board](const char *words, const char *arguments, const char *help, int count, Board::Handler run) {
-            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help), count,
-                              count, std::move(run)});
+        const auto add = [&board](const char *words, const char *arguments, const char *help, int count,
+                                  Board::Handler run) {
+            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help),
+                              count, count, std::move(run)});
         };
         add("get 3", "", "clock generators, IRC measurement", 0, [this](const QStringList &) { sendClocks(); });
         add("get 4", "", "all clock monitors", 0, [this](const QStringList &) { sendAll(); });
-        add("cmu 13", "<monitor>", "switch a clock monitor on", 1, [this](const QStringList &a) { enable(a.first(), true); });
-        add("cmu 14", "<monitor>", "switch a clock monitor off", 1, [this](const QStringList &a) { enable(a.first(), false); });
+        add("cmu 13", "<monitor>", "switch a clock monitor on", 1,
+            [this](const QStringList &a) { enable(a.first(), true); });
+        add("cmu 14", "<monitor>", "switch a clock monitor off", 1,
+            [this](const QStringList &a) { enable(a.first(), false); });
         add("cmu", "<monitor> <upper> <lower>", "set limits in MHz", 3, [this](const QStringList &a) { setLimits(a); });
         add("cmu 15", "", "clock monitors to their defaults", 0, [this](const QStringList &) {
             restore();
@@ -75,12 +79,15 @@ public:
         });
         add("cmu 16", "", "clock fault record", 0, [this](const QStringList &) { sendRecord(); });
         add("cmu 17", "", "clear clock faults", 0, [this](const QStringList &) { clearFaults(); });
-        add("cmu lose", "xosc|spi", "lose the crystal or the SPI clock", 1, [this](const QStringList &a) { lose(a.first()); });
+        add("cmu lose", "xosc|spi", "lose the crystal or the SPI clock", 1,
+            [this](const QStringList &a) { lose(a.first()); });
         add("inject 5 1", "", "MC_CLK too slow", 0, [this](const QStringList &) { force(kMc, -20, cmu::TooLow); });
         add("inject 5 2", "", "ADC_CLK too fast", 0, [this](const QStringList &) { force(kAdc, 20, cmu::TooHigh); });
         add("inject 5 3", "", "SPI_CLK lost", 0, [this](const QStringList &) { loseClock(kSpi); });
-        add("inject 5 4", "", "MC_CLK below moved limits", 0, [this](const QStringList &) { moveLimits(20, cmu::TooLow); });
-        add("inject 5 5", "", "MC_CLK above moved limits", 0, [this](const QStringList &) { moveLimits(-20, cmu::TooHigh); });
+        add("inject 5 4", "", "MC_CLK below moved limits", 0,
+            [this](const QStringList &) { moveLimits(20, cmu::TooLow); });
+        add("inject 5 5", "", "MC_CLK above moved limits", 0,
+            [this](const QStringList &) { moveLimits(-20, cmu::TooHigh); });
     }
 
     QString name() const override { return QStringLiteral("cmu"); }
@@ -112,8 +119,12 @@ private:
         const unsigned flags = static_cast<unsigned>(monitor) << 4 | (monitor == kSpi && state.lost ? 4U : 0U)
             | (monitor == kMc && state.lost ? 2U : 0U) | (state.enabled ? 1U : 0U);
         m_board.send(ModuleId::Cmu, cmu::MonitorReport,
-                     PayloadWriter().u8(flags).u8(static_cast<unsigned>(state.value)).u8(static_cast<unsigned>(state.upper))
-                         .u8(static_cast<unsigned>(state.lower)).take());
+                     PayloadWriter()
+                         .u8(flags)
+                         .u8(static_cast<unsigned>(state.value))
+                         .u8(static_cast<unsigned>(state.upper))
+                         .u8(static_cast<unsigned>(state.lower))
+                         .take());
     }
 
     void sendAll()
@@ -128,7 +139,8 @@ private:
         const bool crystal = !at(kMc).lost;
         const unsigned flags = crystal ? 0xF8 | 2 : 0x08;
         const int hertz = kIrcHz + m_board.drawn(-40000, 40000);
-        m_board.send(ModuleId::Cmu, cmu::ClockReport, PayloadWriter().u8(flags).u24be(static_cast<quint32>(hertz)).take());
+        m_board.send(ModuleId::Cmu, cmu::ClockReport,
+                     PayloadWriter().u8(flags).u24be(static_cast<quint32>(hertz)).take());
     }
 
     void sendRecord()

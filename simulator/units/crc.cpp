@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checksum unit: the four hard-wired polynomials over blocks that the board owns.
 #include "protocol/crc.h"
 
@@ -77,7 +78,8 @@ private:
             return;
         }
         ++m_runs;
-        m_board.after(kAnswerMs, [this, polynomial = *polynomial - 1, channel = *channel] { send(polynomial, channel); });
+        m_board.after(kAnswerMs,
+                      [this, polynomial = *polynomial - 1, channel = *channel] { send(polynomial, channel); });
     }
 
     void send(unsigned polynomial, unsigned channel)
@@ -85,8 +87,12 @@ private:
         const QByteArray block = blockOf(channel);
         const float time = kSetUpUs + static_cast<float>(block.size()) / kBytesPerUs;
         m_board.send(ModuleId::Crc, crc::ResultReport,
-                     PayloadWriter().u32be(static_cast<quint32>(block.size())).bytes(block)
-                         .u32be(calculate(polynomial, block)).f32be(time).take());
+                     PayloadWriter()
+                         .u32be(static_cast<quint32>(block.size()))
+                         .bytes(block)
+                         .u32be(calculate(polynomial, block))
+                         .f32be(time)
+                         .take());
     }
 
     Board &m_board;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cryptographic services engine: AES-128, CMAC and random numbers with the keys of the published examples.
 #include "protocol/cse.h"
 
@@ -36,10 +37,10 @@ class CryptoEngine : public Unit
 public:
     explicit CryptoEngine(Board &board) : m_board(board)
     {
-        const auto add = [this, &board](const char *words, const char *arguments, const char *help, int minimum, int maximum,
-                                        void (CryptoEngine::*run)(const QStringList &)) {
-            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help), minimum,
-                              maximum, [this, run](const QStringList &a) { begin(run, a); }});
+        const auto add = [this, &board](const char *words, const char *arguments, const char *help, int minimum,
+                                        int maximum, void (CryptoEngine::*run)(const QStringList &)) {
+            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help),
+                              minimum, maximum, [this, run](const QStringList &a) { begin(run, a); }});
         };
         add("cse 1", "", "load the demonstration keys", 0, 0, &CryptoEngine::loadKeys);
         add("cse 2 1", "<hex>", "encrypt AES-128-ECB", 0, 1, &CryptoEngine::encryptEcb);
@@ -49,7 +50,8 @@ public:
         add("cse 4", "<hex>", "generate AES-128-CMAC", 0, 1, &CryptoEngine::generateCmac);
         add("cse 5", "<hex> <cmac>", "verify AES-128-CMAC", 1, 2, &CryptoEngine::verifyCmac);
         add("cse 6 1", "", "pseudo random number", 0, 0, &CryptoEngine::pseudoRandom);
-        add("cse 6 2", "", "true random number; initialises the pseudo random generator", 0, 0, &CryptoEngine::trueRandom);
+        add("cse 6 2", "", "true random number; initialises the pseudo random generator", 0, 0,
+            &CryptoEngine::trueRandom);
         add("cse 7", "<32 hex>", "extend the pseudo random seed", 0, 1, &CryptoEngine::extendSeed);
     }
 
@@ -62,8 +64,9 @@ public:
     }
     QString status() const override
     {
-        return QStringLiteral("keys %1, seed %2").arg(m_keys ? QStringLiteral("loaded") : QStringLiteral("empty"),
-                                                      m_seed.isEmpty() ? QStringLiteral("not initialised") : QStringLiteral("initialised"));
+        return QStringLiteral("keys %1, seed %2")
+            .arg(m_keys ? QStringLiteral("loaded") : QStringLiteral("empty"),
+                 m_seed.isEmpty() ? QStringLiteral("not initialised") : QStringLiteral("initialised"));
     }
 
 private:
@@ -87,7 +90,8 @@ private:
     {
         sendStatus(cse::NoError);
         const int blocks = 1 + result.size() / crypto::kBlockSize;
-        const float time = 21.5F + 1.9F * static_cast<float>(blocks) + static_cast<float>(m_board.drawn(0, 100)) / 100.0F;
+        const float time =
+            21.5F + 1.9F * static_cast<float>(blocks) + static_cast<float>(m_board.drawn(0, 100)) / 100.0F;
         PayloadWriter payload;
         payload.u8(operation).f32be(time).u16be(static_cast<unsigned>(result.size()));
         if (operation == cse::VerifyCmac)

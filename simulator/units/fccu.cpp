@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fault collection and control unit: takes the faults of all units, and reacts.
 #include "protocol/fccu.h"
 
@@ -56,7 +57,8 @@ private:
     void report(quint8 id)
     {
         m_active.insert(id);
-        const bool fault = m_state == fccu::Fault || std::find(std::begin(severe), std::end(severe), id) != std::end(severe);
+        const bool fault =
+            m_state == fccu::Fault || std::find(std::begin(severe), std::end(severe), id) != std::end(severe);
         m_state = fault ? fccu::Fault : fccu::Alarm;
         sendState();
         m_board.send(ModuleId::Fccu, fccu::FaultReport, PayloadWriter().u8(id).f32be(detectionTime()).take());

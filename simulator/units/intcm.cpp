@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Interrupt monitor: nine channels that watch how long an interrupt takes.
 #include "protocol/intcm.h"
 
@@ -22,9 +23,15 @@ constexpr const char *modeWords[] = {"NONE", "IACK", "EOI", "SW"};
 
 // Core, index, mode, interrupt, latency and timer in counts of 120 MHz.
 constexpr std::array defaults = std::to_array<intcm::Channel>({
-    {0, 0, 1, 301, 20000, 1000}, {0, 1, 1, 303, 150000, 3900}, {0, 2, 1, 255, 0, 0},
-    {1, 0, 2, 301, 20000, 2000}, {1, 1, 2, 303, 150000, 2000}, {1, 2, 2, 255, 0, 0},
-    {2, 0, 3, 301, 20000, 1000}, {2, 1, 3, 303, 150000, 10000}, {2, 2, 3, 255, 0, 0},
+    {0, 0, 1, 301, 20000, 1000},
+    {0, 1, 1, 303, 150000, 3900},
+    {0, 2, 1, 255, 0, 0},
+    {1, 0, 2, 301, 20000, 2000},
+    {1, 1, 2, 303, 150000, 2000},
+    {1, 2, 2, 255, 0, 0},
+    {2, 0, 3, 301, 20000, 1000},
+    {2, 1, 3, 303, 150000, 10000},
+    {2, 2, 3, 255, 0, 0},
 });
 static_assert(defaults.size() == intcm::kMonitorCount);
 
@@ -33,12 +40,14 @@ class InterruptMonitor : public Unit
 public:
     explicit InterruptMonitor(Board &board) : m_board(board)
     {
-        const auto add = [&board](const char *words, const char *arguments, const char *help, int count, Board::Handler run) {
-            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help), count,
-                              count, std::move(run)});
+        const auto add = [&board](const char *words, const char *arguments, const char *help, int count,
+                                  Board::Handler run) {
+            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help),
+                              count, count, std::move(run)});
         };
         add("get 7", "", "interrupt monitor", 0, [this](const QStringList &) { sendStatus(); });
-        add("intcm", "IACK|EOI|SW <core> <index> <latency> <irq>", "configure a channel", 5, [this](const QStringList &a) { configure(a); });
+        add("intcm", "IACK|EOI|SW <core> <index> <latency> <irq>", "configure a channel", 5,
+            [this](const QStringList &a) { configure(a); });
         add("intcm 1", "", "channels to their defaults", 0, [this](const QStringList &) {
             m_channels = defaults;
             sendStatus();
@@ -55,10 +64,7 @@ public:
         m_channels = defaults;
         m_record.clear();
     }
-    QString status() const override
-    {
-        return QStringLiteral("%1 faults recorded").arg(m_record.size());
-    }
+    QString status() const override { return QStringLiteral("%1 faults recorded").arg(m_record.size()); }
 
 private:
     intcm::Channel *channel(const QString &core, const QString &index)
@@ -77,10 +83,15 @@ private:
         for (int i = 1; i < static_cast<int>(std::size(modeWords)); ++i)
             mode = arguments[0] == QLatin1String(modeWords[i]) ? i : mode;
         if (!wanted || !latency || !irq || mode == 0) {
-            m_board.say(QStringLiteral("usage: intcm IACK|EOI|SW <core 0-2> <index 0-2> <latency 0-16777215> <irq 0-65535>"));
+            m_board.say(
+                QStringLiteral("usage: intcm IACK|EOI|SW <core 0-2> <index 0-2> <latency 0-16777215> <irq 0-65535>"));
             return;
         }
-        *wanted = {wanted->core, wanted->index, static_cast<quint8>(mode), static_cast<quint16>(*irq), *latency,
+        *wanted = {wanted->core,
+                   wanted->index,
+                   static_cast<quint8>(mode),
+                   static_cast<quint16>(*irq),
+                   *latency,
                    static_cast<quint32>(m_board.drawn(500, 4000))};
         // The mode is the core's: its channels share it.
         for (intcm::Channel &other : m_channels) {

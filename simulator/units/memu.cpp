@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Memory errors: three memories with tables of limited length, and the data cache.
 #include "protocol/memu.h"
 
@@ -46,19 +47,33 @@ public:
             const int count = memory.takesData ? 2 : 1;
             board.addCommand({QStringLiteral("inject 9 %1").arg(number),
                               memory.takesData ? QStringLiteral("<offset> <data>") : QStringLiteral("<offset>"),
-                              QStringLiteral("%1-bit error in %2, hexadecimal").arg(number % 2 ? 1 : 2).arg(QLatin1String(memory.name)),
+                              QStringLiteral("%1-bit error in %2, hexadecimal")
+                                  .arg(number % 2 ? 1 : 2)
+                                  .arg(QLatin1String(memory.name)),
                               count, count, [this, number](const QStringList &a) { inject(number - 1, a); }});
         }
-        board.addCommand({QStringLiteral("inject 9 7"), {}, QStringLiteral("data cache error"), 0, 0,
-                          [&board](const QStringList &) { board.reportFault(kCacheFault); }});
-        board.addCommand({QStringLiteral("memu 1"), {}, QStringLiteral("memory fault record"), 0, 0,
-                          [this](const QStringList &) { sendRecord(); }});
-        board.addCommand({QStringLiteral("memu 2"), {}, QStringLiteral("clear memory fault record"), 0, 0,
+        board.addCommand(
+            {QStringLiteral("inject 9 7"), {}, QStringLiteral("data cache error"), 0, 0, [&board](const QStringList &) {
+                 board.reportFault(kCacheFault);
+             }});
+        board.addCommand(
+            {QStringLiteral("memu 1"), {}, QStringLiteral("memory fault record"), 0, 0, [this](const QStringList &) {
+                 sendRecord();
+             }});
+        board.addCommand({QStringLiteral("memu 2"),
+                          {},
+                          QStringLiteral("clear memory fault record"),
+                          0,
+                          0,
                           [this](const QStringList &) {
                               m_record.clear();
                               sendRecord();
                           }});
-        board.addCommand({QStringLiteral("memu 3"), {}, QStringLiteral("clear memory fault status"), 0, 0,
+        board.addCommand({QStringLiteral("memu 3"),
+                          {},
+                          QStringLiteral("clear memory fault status"),
+                          0,
+                          0,
                           [this](const QStringList &) { clearStatus(); }});
     }
 

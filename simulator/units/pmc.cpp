@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Power management controller: voltage detectors, their self-tests, and faults on the rails.
 #include "protocol/pmc.h"
 
@@ -19,8 +20,8 @@ struct Detector {
 };
 
 // The PLL's detector shares the core's bit: the two are switched together.
-constexpr Detector detectors[] = {{pmc::CoreLvd, 0}, {pmc::PllLvd, 0}, {pmc::CoreHvd, 1}, {pmc::AdcLvd, 2},
-                                  {pmc::AdcHvd, 3},  {pmc::FlashLvd, 4}, {pmc::IoLvd, 6}, {pmc::PmcLvd, 7}};
+constexpr Detector detectors[] = {{pmc::CoreLvd, 0}, {pmc::PllLvd, 0},   {pmc::CoreHvd, 1}, {pmc::AdcLvd, 2},
+                                  {pmc::AdcHvd, 3},  {pmc::FlashLvd, 4}, {pmc::IoLvd, 6},   {pmc::PmcLvd, 7}};
 constexpr unsigned kAllOn = 0xDF;
 constexpr unsigned kTemperatureSensor = 1; // first byte
 constexpr int kSelfTestMs = 60;
@@ -35,15 +36,18 @@ class PowerManagement : public Unit
 public:
     explicit PowerManagement(Board &board) : m_board(board)
     {
-        const auto add = [&board](const char *words, const char *arguments, const char *help, int count, Board::Handler run) {
-            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help), count,
-                              count, std::move(run)});
+        const auto add = [&board](const char *words, const char *arguments, const char *help, int count,
+                                  Board::Handler run) {
+            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help),
+                              count, count, std::move(run)});
         };
         add("get 6", "", "voltage detectors", 0, [this](const QStringList &) { sendStatus(); });
         add("pmc 1", "", "all detector self-tests", 0, [this](const QStringList &) { testAll(); });
         add("pmc 2", "<detector>", "one detector self-test", 1, [this](const QStringList &a) { testOne(a.first()); });
-        add("pmc 3", "<detector>", "switch a detector on (10: all)", 1, [this](const QStringList &a) { turn(a.first(), true); });
-        add("pmc 4", "<detector>", "switch a detector off (10: all)", 1, [this](const QStringList &a) { turn(a.first(), false); });
+        add("pmc 3", "<detector>", "switch a detector on (10: all)", 1,
+            [this](const QStringList &a) { turn(a.first(), true); });
+        add("pmc 4", "<detector>", "switch a detector off (10: all)", 1,
+            [this](const QStringList &a) { turn(a.first(), false); });
         add("pmc 5", "", "detectors to their defaults", 0, [this](const QStringList &) {
             m_on = kAllOn;
             sendStatus();
@@ -65,7 +69,9 @@ public:
     }
     QString status() const override
     {
-        return QStringLiteral("detectors 0x%1, %2 faults recorded").arg(m_on, 2, 16, QLatin1Char('0')).arg(m_record.size());
+        return QStringLiteral("detectors 0x%1, %2 faults recorded")
+            .arg(m_on, 2, 16, QLatin1Char('0'))
+            .arg(m_record.size());
     }
 
 private:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Register protection: one register with a soft and a hard lock, in two address spaces.
 #include "protocol/regp.h"
 
@@ -22,16 +23,19 @@ public:
     explicit RegisterProtection(Board &board) : m_board(board)
     {
         const auto add = [this, &board](int number, const char *help, void (RegisterProtection::*write)(quint32)) {
-            board.addCommand({QStringLiteral("regP %1").arg(number), QStringLiteral("<data>"), QString::fromLatin1(help), 1, 1,
+            board.addCommand({QStringLiteral("regP %1").arg(number), QStringLiteral("<data>"),
+                              QString::fromLatin1(help), 1, 1,
                               [this, write](const QStringList &a) { take(a.first(), write); }});
         };
-        board.addCommand({QStringLiteral("get 8"), {}, QStringLiteral("register protection"), 0, 0,
-                          [this](const QStringList &) { sendStatus(); }});
-        board.addCommand({QStringLiteral("regP 1"), {}, QStringLiteral("soft lock off"), 0, 0,
-                          [this](const QStringList &) {
-                              unlock();
-                              sendStatus();
-                          }});
+        board.addCommand(
+            {QStringLiteral("get 8"), {}, QStringLiteral("register protection"), 0, 0, [this](const QStringList &) {
+                 sendStatus();
+             }});
+        board.addCommand(
+            {QStringLiteral("regP 1"), {}, QStringLiteral("soft lock off"), 0, 0, [this](const QStringList &) {
+                 unlock();
+                 sendStatus();
+             }});
         add(2, "soft lock by writing the mirror space", &RegisterProtection::writeMirror);
         add(3, "soft lock by its bit, then write", &RegisterProtection::lockThenWrite);
         add(4, "hard lock, then write the mirror space", &RegisterProtection::hardLockThenWrite);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reset generation: reasons, and the escalation of repeated resets.
 #include "protocol/reset.h"
 
@@ -38,7 +39,11 @@ public:
     explicit ResetGeneration(Board &board) : m_board(board)
     {
         board.setResetRule([this](ResetKind kind, int reason, int source) { return rule(kind, reason, source); });
-        board.addCommand({QStringLiteral("get 9"), {}, QStringLiteral("reset reasons, escalation thresholds"), 0, 0,
+        board.addCommand({QStringLiteral("get 9"),
+                          {},
+                          QStringLiteral("reset reasons, escalation thresholds"),
+                          0,
+                          0,
                           [this](const QStringList &) { announce(); }});
         for (Counter *counter : {&m_functional, &m_destructive})
             addCommands(*counter, counter == &m_functional ? 1 : 2);
@@ -76,18 +81,27 @@ private:
     {
         const QString head = QStringLiteral("resetEsca %1 ").arg(kind);
         const QString what = kind == 1 ? QStringLiteral("functional") : QStringLiteral("destructive");
-        m_board.addCommand({head + QLatin1Char('1'), {}, what + QStringLiteral(" escalation on or off"), 0, 0,
+        m_board.addCommand({head + QLatin1Char('1'),
+                            {},
+                            what + QStringLiteral(" escalation on or off"),
+                            0,
+                            0,
                             [this, &counter](const QStringList &) {
                                 counter = {counter.threshold == 0 ? kDefaultThreshold : 0, 0};
                                 sendThresholds();
                             }});
-        m_board.addCommand({head + QLatin1Char('2'), {}, QStringLiteral("clear the ") + what + QStringLiteral(" counter"),
-                            0, 0, [this, &counter](const QStringList &) {
+        m_board.addCommand({head + QLatin1Char('2'),
+                            {},
+                            QStringLiteral("clear the ") + what + QStringLiteral(" counter"),
+                            0,
+                            0,
+                            [this, &counter](const QStringList &) {
                                 counter.count = 0;
                                 sendThresholds();
                             }});
-        m_board.addCommand({head + QLatin1Char('3'), QStringLiteral("<0-255>"), what + QStringLiteral(" threshold"), 1, 1,
-                            [this, &counter](const QStringList &arguments) { setThreshold(counter, arguments.first()); }});
+        m_board.addCommand(
+            {head + QLatin1Char('3'), QStringLiteral("<0-255>"), what + QStringLiteral(" threshold"), 1, 1,
+             [this, &counter](const QStringList &arguments) { setThreshold(counter, arguments.first()); }});
     }
 
     void setThreshold(Counter &counter, const QString &text)

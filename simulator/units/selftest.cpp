@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Self-test control: the results of the offline self-tests, reported after each restart.
 #include "protocol/bist.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // System memory protection: five regions whose rights are checked when an access is made.
 #include "protocol/smpu.h"
 
@@ -21,11 +22,11 @@ constexpr quint8 kNo = smpu::NoAccess;
 
 // Selector, unit on, valid, rights of K4, K7a and K7b, cache inhibit, start, end.
 constexpr std::array defaults = std::to_array<smpu::Region>({
-    {7, true, true, {kRW, kR, kR}, true, 0x40000000, 0x4000FFFF},     // system RAM, SMPU0
-    {0, true, true, {kR, kR, kNo}, false, 0x01000000, 0x013FFFFF},    // main flash
-    {1, true, true, {kR, kNo, kNo}, false, 0x00400000, 0x00403FFF},   // UTEST flash
-    {4, true, true, {kR, kNo, kNo}, true, 0x00800000, 0x0080FFFF},    // EEPROM flash
-    {15, true, true, {kRW, kNo, kNo}, true, 0x50800000, 0x5080FFFF},  // RAM of K4
+    {7, true, true, {kRW, kR, kR}, true, 0x40000000, 0x4000FFFF},    // system RAM, SMPU0
+    {0, true, true, {kR, kR, kNo}, false, 0x01000000, 0x013FFFFF},   // main flash
+    {1, true, true, {kR, kNo, kNo}, false, 0x00400000, 0x00403FFF},  // UTEST flash
+    {4, true, true, {kR, kNo, kNo}, true, 0x00800000, 0x0080FFFF},   // EEPROM flash
+    {15, true, true, {kRW, kNo, kNo}, true, 0x50800000, 0x5080FFFF}, // RAM of K4
 });
 constexpr quint8 kSmpu0Region = 7;
 
@@ -93,7 +94,8 @@ private:
     {
         for (const smpu::Region &region : m_regions) {
             PayloadWriter payload;
-            payload.u8(static_cast<unsigned>(region.selector << 4 | region.unitOn << 3 | region.valid << 2 | region.rights[0]));
+            payload.u8(static_cast<unsigned>(region.selector << 4 | region.unitOn << 3 | region.valid << 2
+                                             | region.rights[0]));
             payload.u8(static_cast<unsigned>(region.rights[1] << 6 | region.rights[2] << 4 | region.cacheInhibit << 3));
             halves(payload, region.start);
             halves(payload, region.end);
@@ -129,7 +131,8 @@ private:
         const Access &access = accesses[*number - 1];
         const smpu::Region *region = forbidding(access);
         if (!region) {
-            m_board.say(QStringLiteral("access to 0x%1 allowed: no fault").arg(access.address, 8, 16, QLatin1Char('0')));
+            m_board.say(
+                QStringLiteral("access to 0x%1 allowed: no fault").arg(access.address, 8, 16, QLatin1Char('0')));
             return;
         }
         if (m_record.size() < kRecordLimit)

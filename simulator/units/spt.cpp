@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Signal processing accelerator: a frame counter that advances, and two memory faults.
 #include "protocol/spt.h"
 

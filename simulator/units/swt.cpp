@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Software watchdogs: one a core. The firmware serves them in time, unless told not to.
 #include "protocol/swt.h"
 
@@ -34,15 +35,20 @@ class Watchdogs : public Unit
 public:
     explicit Watchdogs(Board &board) : m_board(board)
     {
-        const auto add = [&board](const char *words, const char *arguments, const char *help, int count, Board::Handler run) {
-            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help), count,
-                              count, std::move(run)});
+        const auto add = [&board](const char *words, const char *arguments, const char *help, int count,
+                                  Board::Handler run) {
+            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help),
+                              count, count, std::move(run)});
         };
         add("get 2", "", "watchdogs", 0, [this](const QStringList &) { sendAll(); });
-        add("swt 1", "<watchdog> <ms>", "fixed service sequence and time-out", 2, [this](const QStringList &a) { configure(0, a); });
-        add("swt 2", "<watchdog> <ms>", "keyed service sequence and time-out", 2, [this](const QStringList &a) { configure(1, a); });
-        add("swt 3", "<watchdog>", "switch a watchdog on (4: all)", 1, [this](const QStringList &a) { turn(a.first(), true); });
-        add("swt 4", "<watchdog>", "switch a watchdog off (4: all)", 1, [this](const QStringList &a) { turn(a.first(), false); });
+        add("swt 1", "<watchdog> <ms>", "fixed service sequence and time-out", 2,
+            [this](const QStringList &a) { configure(0, a); });
+        add("swt 2", "<watchdog> <ms>", "keyed service sequence and time-out", 2,
+            [this](const QStringList &a) { configure(1, a); });
+        add("swt 3", "<watchdog>", "switch a watchdog on (4: all)", 1,
+            [this](const QStringList &a) { turn(a.first(), true); });
+        add("swt 4", "<watchdog>", "switch a watchdog off (4: all)", 1,
+            [this](const QStringList &a) { turn(a.first(), false); });
         add("swt 5", "", "watchdogs to their defaults", 0, [this](const QStringList &) {
             m_watchdogs = {};
             sendAll();
@@ -72,8 +78,11 @@ private:
         const Watchdog &watchdog = m_watchdogs[number];
         const quint32 counts = watchdog.timeoutMs * swt::kCountsPerMs;
         m_board.send(ModuleId::Swt, swt::StatusReport,
-                     PayloadWriter().u8(number << 6 | watchdog.mode << 4 | (watchdog.on ? 8U : 0U)).u32be(counts / 2)
-                         .u32be(counts).take());
+                     PayloadWriter()
+                         .u8(number << 6 | watchdog.mode << 4 | (watchdog.on ? 8U : 0U))
+                         .u32be(counts / 2)
+                         .u32be(counts)
+                         .take());
     }
 
     void sendAll()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // System status: greeting, operating mode, firmware version, and the two resets by software.
 #include "protocol/sys.h"
 
@@ -21,22 +22,35 @@ class System : public Unit
 public:
     explicit System(Board &board) : m_board(board)
     {
-        board.addCommand({QStringLiteral("get 0"), {}, QStringLiteral("greeting, state of the fault collection unit"),
-                          0, 0, [this](const QStringList &) { greet(); }});
-        board.addCommand({QStringLiteral("get 1"), {}, QStringLiteral("operating mode, firmware version"), 0, 0,
+        board.addCommand({QStringLiteral("get 0"),
+                          {},
+                          QStringLiteral("greeting, state of the fault collection unit"),
+                          0,
+                          0,
+                          [this](const QStringList &) { greet(); }});
+        board.addCommand({QStringLiteral("get 1"),
+                          {},
+                          QStringLiteral("operating mode, firmware version"),
+                          0,
+                          0,
                           [this](const QStringList &) { announce(); }});
-        board.addCommand({QStringLiteral("inject 1"), {}, QStringLiteral("functional reset"), 0, 0,
-                          [&board](const QStringList &) { board.restart(ResetKind::Functional, SoftwareFunctional); }});
-        board.addCommand({QStringLiteral("inject 2"), {}, QStringLiteral("destructive reset"), 0, 0,
-                          [&board](const QStringList &) { board.restart(ResetKind::Destructive, SoftwareDestructive); }});
+        board.addCommand(
+            {QStringLiteral("inject 1"), {}, QStringLiteral("functional reset"), 0, 0, [&board](const QStringList &) {
+                 board.restart(ResetKind::Functional, SoftwareFunctional);
+             }});
+        board.addCommand(
+            {QStringLiteral("inject 2"), {}, QStringLiteral("destructive reset"), 0, 0, [&board](const QStringList &) {
+                 board.restart(ResetKind::Destructive, SoftwareDestructive);
+             }});
     }
 
     QString name() const override { return QStringLiteral("system"); }
     void reset(ResetKind, int) override { m_mode = kRun0; }
     void announce() override
     {
-        m_board.send(ModuleId::Sys, sys::FirmwareVersionReport,
-                     PayloadWriter().f32be(kVersion.version).u16be(kVersion.year).u8(kVersion.month).u8(kVersion.day).take());
+        m_board.send(
+            ModuleId::Sys, sys::FirmwareVersionReport,
+            PayloadWriter().f32be(kVersion.version).u16be(kVersion.year).u8(kVersion.month).u8(kVersion.day).take());
         m_board.send(ModuleId::Sys, sys::OperatingModeReport, PayloadWriter().u8(m_mode).take());
     }
     QString status() const override

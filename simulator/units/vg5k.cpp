@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The external safety power chip, as the firmware sees it over SPI.
 #include "protocol/vg5k.h"
 
@@ -19,8 +20,10 @@ class PowerChip : public Unit
 public:
     explicit PowerChip(Board &board) : m_board(board)
     {
-        board.addCommand({QStringLiteral("get 10"), {}, QStringLiteral("power chip"), 0, 0,
-                          [this](const QStringList &) { sendAll(); }});
+        board.addCommand(
+            {QStringLiteral("get 10"), {}, QStringLiteral("power chip"), 0, 0, [this](const QStringList &) {
+                 sendAll();
+             }});
         QObject::connect(&board, &Board::faultReported, &board, [this] { countFault(); });
     }
 
@@ -48,7 +51,8 @@ public:
 private:
     void sendItem(vg5k::Item item, unsigned value)
     {
-        m_board.send(ModuleId::Vg5k, vg5k::ItemReport, PayloadWriter().u8(static_cast<unsigned>(item)).u8(value).take());
+        m_board.send(ModuleId::Vg5k, vg5k::ItemReport,
+                     PayloadWriter().u8(static_cast<unsigned>(item)).u8(value).take());
     }
 
     void sendAll()

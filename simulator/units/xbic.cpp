@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Crossbar integrity checkers: enables, and errors injected on one path of each.
 #include "protocol/xbic.h"
 
@@ -37,13 +38,16 @@ class CrossbarCheckers : public Unit
 public:
     explicit CrossbarCheckers(Board &board) : m_board(board)
     {
-        const auto add = [&board](const char *words, const char *arguments, const char *help, int count, Board::Handler run) {
-            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help), count,
-                              count, std::move(run)});
+        const auto add = [&board](const char *words, const char *arguments, const char *help, int count,
+                                  Board::Handler run) {
+            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help),
+                              count, count, std::move(run)});
         };
         add("get 11", "", "crossbar checkers", 0, [this](const QStringList &) { sendEnables(); });
-        add("xbic 1", "<checker>", "switch a crossbar checker on", 1, [this](const QStringList &a) { turn(a.first(), true); });
-        add("xbic 2", "<checker>", "switch a crossbar checker off", 1, [this](const QStringList &a) { turn(a.first(), false); });
+        add("xbic 1", "<checker>", "switch a crossbar checker on", 1,
+            [this](const QStringList &a) { turn(a.first(), true); });
+        add("xbic 2", "<checker>", "switch a crossbar checker off", 1,
+            [this](const QStringList &a) { turn(a.first(), false); });
         add("xbic 3", "", "crossbar checkers to their defaults", 0, [this](const QStringList &) {
             m_enabled = xbic::kCheckerMask;
             sendEnables();
@@ -61,7 +65,9 @@ public:
     }
     QString status() const override
     {
-        return QStringLiteral("enabled 0x%1, %2 faults recorded").arg(m_enabled, 2, 16, QLatin1Char('0')).arg(m_record.size());
+        return QStringLiteral("enabled 0x%1, %2 faults recorded")
+            .arg(m_enabled, 2, 16, QLatin1Char('0'))
+            .arg(m_record.size());
     }
 
 private:

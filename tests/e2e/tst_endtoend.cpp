@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The real window, a real pseudo-terminal and the virtual board: from the click to what the user sees.
 #include "tests/support/boxanswerer.h"
 #include "tests/support/workbench.h"
@@ -67,18 +68,24 @@ private slots:
         const auto row = [](const char *button, int fault, const char *get, const char *box, const char *words) {
             QTest::newRow(button) << fault << get << box << words;
         };
-        row("pushButton_cmu_fault2", 31, "pushButton_cmu_faultrecord_get", "textEdit_cmuFaultRecord", "Higher than CMU3 reference");
-        row("pushButton_cmu_fault3", 36, "pushButton_cmu_faultrecord_get", "textEdit_cmuFaultRecord", "CMU8 clock loss");
-        row("pushButton_cmu_fault4", 28, "pushButton_cmu_faultrecord_get", "textEdit_cmuFaultRecord", "Lower than CMU0 reference");
-        row("pushButton_PMC_FI_TempSensor", 0, "pushButton_PMC_GetFault", "textBrowser_PMC_allFaultRec", "Temperature Sensor fault");
+        row("pushButton_cmu_fault2", 31, "pushButton_cmu_faultrecord_get", "textEdit_cmuFaultRecord",
+            "Higher than CMU3 reference");
+        row("pushButton_cmu_fault3", 36, "pushButton_cmu_faultrecord_get", "textEdit_cmuFaultRecord",
+            "CMU8 clock loss");
+        row("pushButton_cmu_fault4", 28, "pushButton_cmu_faultrecord_get", "textEdit_cmuFaultRecord",
+            "Lower than CMU0 reference");
+        row("pushButton_PMC_FI_TempSensor", 0, "pushButton_PMC_GetFault", "textBrowser_PMC_allFaultRec",
+            "Temperature Sensor fault");
         row("pushButton_PMC_FI_HVD", 2, "pushButton_PMC_GetFault", "textBrowser_PMC_allFaultRec", "HVD fault");
         row("pushButton_PMC_FI_LVD", 1, "pushButton_PMC_GetFault", "textBrowser_PMC_allFaultRec", "LVD fault");
-        row("pushButton_PMC_FI_LVDSelfTest", 3, "pushButton_PMC_GetFault", "textBrowser_PMC_allFaultRec", "Self Test fault");
+        row("pushButton_PMC_FI_LVDSelfTest", 3, "pushButton_PMC_GetFault", "textBrowser_PMC_allFaultRec",
+            "Self Test fault");
         row("pushButton_xbic_fault1", 47, "", "textEdit_xbicFaultRecord", "Slave Port ID: S3");
         row("pushButton_xbic_fault4", 48, "", "textEdit_xbicFaultRecord", "Master Port ID: M4");
         row("pushButton_smpu_fault1", 104, "", "textEdit_smpuFaultRecord", "Fault Address: 0x40000400");
         row("pushButton_smpu_fault2", 105, "", "textEdit_smpuFaultRecord", "Type: Read");
-        row("pushButton_memu_inject_3", 16, "pushButton_memu_faultrecord_get", "textEdit_memuFaultRecord", "Fault Address: 40000100");
+        row("pushButton_memu_inject_3", 16, "pushButton_memu_faultrecord_get", "textEdit_memuFaultRecord",
+            "Fault Address: 40000100");
         row("pushButton_memu_inject_5", 96, "", "textBrowser_fccu", "Data Cache memories of K4a");
         row("pushButton_swt_Invalidacess_2", 13, "", "textBrowser_fccu", "Software Watchdog Timer 0");
         row("pushButton_intcm_inject_k70", 78, "", "textEdit_intcmFaultRecord", "Core Channel: K7a(1)");
@@ -111,9 +118,10 @@ private slots:
     void aClearedModuleIsNormalAgain()
     {
         BoxAnswerer answers;
-        for (const char *button : {"pushButton_cmu_faultstatus_clear", "pushButton_PMC_ClearFault", "pushButton_xbic_faultstatus_clear",
-                                   "pushButton_smpu_faultstatus_clear", "pushButton_memu_faultstatus_clear",
-                                   "pushButton_intcm_faultstatus_clear", "pushButton_spt_faultstatus_clear"})
+        for (const char *button :
+             {"pushButton_cmu_faultstatus_clear", "pushButton_PMC_ClearFault", "pushButton_xbic_faultstatus_clear",
+              "pushButton_smpu_faultstatus_clear", "pushButton_memu_faultstatus_clear",
+              "pushButton_intcm_faultstatus_clear", "pushButton_spt_faultstatus_clear"})
             m_bench->click(button);
         m_bench->board().clearFault(13);
         QTRY_COMPARE(m_bench->text("label_FCCU_status"), QStringLiteral("NORMAL"));
@@ -155,15 +163,19 @@ private slots:
     // The published vectors: FIPS 197 C.1, SP 800-38A F.2.1, RFC 4493 example 2.
     void publishedVectors()
     {
-        const auto type = [this](const char *input, const char *text) { m_bench->find<QPlainTextEdit>(input)->setPlainText(text); };
+        const auto type = [this](const char *input, const char *text) {
+            m_bench->find<QPlainTextEdit>(input)->setPlainText(text);
+        };
         m_bench->click("pushButton_cse_loadKey");
         QTRY_COMPARE(m_bench->text("label_cse_status_all"), QStringLiteral("Processing"));
         type("plainTextEdit_cse_Plaintext_input", "00112233445566778899AABBCCDDEEFF");
         m_bench->click("pushButton_cse_Encryption1");
-        QTRY_COMPARE(m_bench->text("textBrowser_cse_Cyphertext_output"), QStringLiteral("69C4E0D86A7B0430D8CDB78070B4C55A"));
+        QTRY_COMPARE(m_bench->text("textBrowser_cse_Cyphertext_output"),
+                     QStringLiteral("69C4E0D86A7B0430D8CDB78070B4C55A"));
         type("plainTextEdit_cse_Plaintext_input", "6BC1BEE22E409F96E93D7E117393172A");
         m_bench->click("pushButton_cse_Encryption2");
-        QTRY_COMPARE(m_bench->text("textBrowser_cse_Cyphertext_output"), QStringLiteral("7649ABAC8119B246CEE98E9B12E9197D"));
+        QTRY_COMPARE(m_bench->text("textBrowser_cse_Cyphertext_output"),
+                     QStringLiteral("7649ABAC8119B246CEE98E9B12E9197D"));
         type("plainTextEdit_cse_Message_input", "6bc1bee22e409f96e93d7e117393172a");
         m_bench->click("pushButton_cse_Generation");
         QTRY_COMPARE(m_bench->text("textBrowser_cse_CMAC_output"), QStringLiteral("070A16B46B4D4144F79BDD9DD04A287C"));
@@ -192,7 +204,8 @@ private slots:
     void resetsAndEscalation()
     {
         trigger("actionFunctional_Reset");
-        QTRY_VERIFY(m_bench->text("textBrowser_ResetSource").startsWith(QString::fromUtf8("software ‘functional’ reset event")));
+        QTRY_VERIFY(m_bench->text("textBrowser_ResetSource")
+                        .startsWith(QString::fromUtf8("software ‘functional’ reset event")));
         QVERIFY(turnedGreen("label_LBIST_8"));
         QVERIFY(isGreen("label_MBIST_92"));
         QCOMPARE(log(), QString());
@@ -204,7 +217,8 @@ private slots:
         QTRY_COMPARE(m_bench->find<QSpinBox>("spinBox_D_ResetEsca")->value(), 15);
         m_bench->click("pushButton_D_resetEsc_clear");
         trigger("actionFunctional_Reset");
-        QTRY_VERIFY(m_bench->text("textBrowser_ResetSource").startsWith(QString::fromUtf8("‘functional’ reset escalation  'destructive' reset")));
+        QTRY_VERIFY(m_bench->text("textBrowser_ResetSource")
+                        .startsWith(QString::fromUtf8("‘functional’ reset escalation  'destructive' reset")));
         QTRY_COMPARE(m_bench->text("lineEdit_vg5k_Fail"), QStringLiteral("NORMAL_FS"));
         m_bench->click("pushButton_regUpdate");
         QTRY_COMPARE(m_bench->text("label_regp_hardlock_status"), QStringLiteral("Unlock")); // taken off by the reset
@@ -240,13 +254,15 @@ private slots:
         BoxAnswerer answers(QMessageBox::Close);
         trigger("actionabout");
         trigger("actionLicense");
-        QVERIFY(answers.seen()[0].startsWith("About GUI|") && answers.seen()[0].contains("(V1.0)\r\n\nBuilt on Oct 2019\r\n\n"));
+        QVERIFY(answers.seen()[0].startsWith("About GUI|")
+                && answers.seen()[0].contains("(V1.0)\r\n\nBuilt on Oct 2019\r\n\n"));
         QVERIFY(answers.seen()[1].startsWith("License|"));
         trigger("actionIntroduce");
         QWidget *introduction = nullptr;
         for (QWidget *widget : QApplication::topLevelWidgets())
             introduction = widget->objectName() == "introduce" ? widget : introduction;
-        QVERIFY(introduction && introduction->windowTitle() == "Introduction" && introduction->size() == QSize(1280, 768));
+        QVERIFY(introduction && introduction->windowTitle() == "Introduction"
+                && introduction->size() == QSize(1280, 768));
         introduction->close();
     }
 

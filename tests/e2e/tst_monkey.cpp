@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Anything can run inside a wait: a seeded monkey presses buttons, turns pages, types, opens the console and sends frames
 // while handlers wait; and the program may end there.
 #include "tests/support/boxanswerer.h"
@@ -47,7 +48,8 @@ private:
         QByteArray payload;
         for (int n = monkey.below(40); n > 0; --n)
             payload.append(char(monkey.below(256)));
-        QByteArray frame = protocol::encodeFrame(static_cast<protocol::ModuleId>(monkey.below(19)), quint8(monkey.below(6)), payload);
+        QByteArray frame =
+            protocol::encodeFrame(static_cast<protocol::ModuleId>(monkey.below(19)), quint8(monkey.below(6)), payload);
         if (monkey.below(4) == 0)
             frame[monkey.below(int(frame.size()))] = char(monkey.below(256));
         bench.virtualBoard().line().send(frame);
@@ -58,7 +60,8 @@ private:
     {
         if (first == behind)
             return last();
-        QTimer::singleShot(15, &window, [this, &window, first, behind, last] { startInside(window, first + 1, behind, last); });
+        QTimer::singleShot(15, &window,
+                           [this, &window, first, behind, last] { startInside(window, first + 1, behind, last); });
         waits[first](window);
         ++m_returned;
     }
@@ -82,10 +85,12 @@ private slots:
         bench.window().Serialport_open();
         bench.find<QLineEdit>("lineEdit_sysworkmode")->clear();
         QTRY_VERIFY(gSerialPort->isOpen());
-        QTRY_VERIFY_WITH_TIMEOUT([&] {
-            bench.window().Get_Status();
-            return bench.text("lineEdit_sysworkmode") == "RUN0";
-        }(), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            [&] {
+                bench.window().Get_Status();
+                return bench.text("lineEdit_sysworkmode") == "RUN0";
+            }(),
+            20000);
     }
 
     void theProgramEndsInsideWaits_data()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bad weather on the line: noise, losses, stalls, hang-ups, refused ports, frames cut short. The window lives through it
 // and shows the next good frame.
 #include "tests/support/boxanswerer.h"
@@ -205,7 +206,8 @@ private slots:
             hangUp();
         onceInConsole([&] {
             const auto close = qScopeGuard([] { console()->close(); });
-            QVERIFY2(portState(m_bench->window()).contains("the console has it"), qPrintable(portState(m_bench->window())));
+            QVERIFY2(portState(m_bench->window()).contains("the console has it"),
+                     qPrintable(portState(m_bench->window())));
             const QString tty = board().line().tty();
             if (!lostBefore) {
                 QTRY_VERIFY(board().line().isConnected());
@@ -259,7 +261,9 @@ private slots:
     {
         QTest::addColumn<int>("mode");
         QTest::addColumn<QString>("reason");
-        QTest::newRow("no permission") << 0 << "closed: no permission: the device belongs to group %1; type \"sudo usermod -aG %1 $USER\" and log in again";
+        QTest::newRow("no permission") << 0
+                                       << "closed: no permission: the device belongs to group %1; type \"sudo usermod "
+                                          "-aG %1 $USER\" and log in again";
         QTest::newRow("held by another") << 0666 << "closed: no permission, or another program holds it";
     }
 

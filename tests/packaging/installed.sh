@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs into an empty root, or unpacks a package there, and starts the programs from it:
 #   installed.sh BUILD_DIR [FILE.deb]
 set -u

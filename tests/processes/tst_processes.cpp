@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The executables as processes: how they start, what they say, and that none is left behind.
 #include <QDir>
 #include <QFile>
@@ -38,7 +39,7 @@ public:
     explicit BoardProcess(const QStringList &options)
     {
         start(QStringLiteral(VIRTUAL_BOARD), options);
-        while (!canReadLine() && waitForReadyRead(10000)) { }
+        while (!canReadLine() && waitForReadyRead(10000)) {}
         tty = QString::fromLatin1(readLine()).trimmed();
     }
     ~BoardProcess() override
@@ -137,7 +138,7 @@ private slots:
         const QTemporaryDir folder;
         BoardProcess board({"--hang-up", "0.1", "--link", folder.filePath("board")});
         QCOMPARE(board.tty, "tty: " + folder.filePath("board"));
-        while (!board.canReadLine() && board.waitForReadyRead(5000)) { }
+        while (!board.canReadLine() && board.waitForReadyRead(5000)) {}
         QCOMPARE(QString::fromLocal8Bit(board.readLine()).trimmed(), board.tty);
         board.terminate();
         QVERIFY(board.waitForFinished(5000));

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rules of frame extraction step by step, a byte at a time: slow, and plain enough to be believed.
 #pragma once
 
@@ -16,7 +17,8 @@ inline void overwrite(QByteArray &buffer, const QByteArray &data, int start)
     }
 }
 
-inline bool extractFrames(const QByteArray &data, QList<frameData> &frames, QByteArray &remainder, quint32 &partialCount)
+inline bool extractFrames(const QByteArray &data, QList<frameData> &frames, QByteArray &remainder,
+                          quint32 &partialCount)
 {
     frames.clear();
     const int size = data.size();

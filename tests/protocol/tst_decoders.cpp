@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Payloads of all modules: literal bytes to structs and texts, typed from the board's protocol.
 #include "protocol/bist.h"
 #include "protocol/cmu.h"
@@ -57,7 +58,8 @@ private slots:
 
     void system()
     {
-        QCOMPARE(sys::versionText(sys::decodeFirmwareVersion(hex("40200000 07E4 0C 1F"))), QStringLiteral("Version:2.50  Release time:2020/12/31"));
+        QCOMPARE(sys::versionText(sys::decodeFirmwareVersion(hex("40200000 07E4 0C 1F"))),
+                 QStringLiteral("Version:2.50  Release time:2020/12/31"));
         QCOMPARE(sys::modeName(sys::decodeOperatingMode({})), QStringLiteral("RESET"));
         QCOMPARE(sys::modeName(9), QStringLiteral("reserved"));
         QCOMPARE(sys::modeName(200), QStringLiteral("ERROR/UNKNOW"));
@@ -70,13 +72,24 @@ private slots:
         QTest::addColumn<int>("id");
         QTest::addColumn<QString>("source");
         QTest::addColumn<QString>("description");
-        QTest::newRow("0") << 0 << "TSENS_0/1    " << "On board temperature sensor out of range";
-        QTest::newRow("27") << 27 << "CMU0 olr_evt " << QStringLiteral(u"CLKMN0_RMT Supervisor - Oscillator frequency less than fCLKMT0_RMN ÷ 2RCDIVevent status");
-        QTest::newRow("49") << 49 << "RESERVED" << "";
-        QTest::newRow("88") << 88 << QStringLiteral(u"CMU_8 – olr_evt") << QStringLiteral(u"CLKMN8_RMT Supervisor - Oscillator frequency less than fCLKMT0_RMN ÷ 2RCDIVevent status");
-        QTest::newRow("110") << 110 << "Gskt_d2i/i2d_mon_err" << "IAHB gasket monitor  for  cross AXBX error";
-        QTest::newRow("127") << 127 << "Ethernet/Flexray bridge gasket_mon_err" << "IAHB gasket monitor  for  FEC/FLEX bridge gasket error";
-        QTest::newRow("128") << 128 << "RESET" << "TSENS_0/1    ";
+        QTest::newRow("0") << 0 << "TSENS_0/1    "
+                           << "On board temperature sensor out of range";
+        QTest::newRow("27")
+            << 27 << "CMU0 olr_evt "
+            << QStringLiteral(
+                   u"CLKMN0_RMT Supervisor - Oscillator frequency less than fCLKMT0_RMN ÷ 2RCDIVevent status");
+        QTest::newRow("49") << 49 << "RESERVED"
+                            << "";
+        QTest::newRow("88")
+            << 88 << QStringLiteral(u"CMU_8 – olr_evt")
+            << QStringLiteral(
+                   u"CLKMN8_RMT Supervisor - Oscillator frequency less than fCLKMT0_RMN ÷ 2RCDIVevent status");
+        QTest::newRow("110") << 110 << "Gskt_d2i/i2d_mon_err"
+                             << "IAHB gasket monitor  for  cross AXBX error";
+        QTest::newRow("127") << 127 << "Ethernet/Flexray bridge gasket_mon_err"
+                             << "IAHB gasket monitor  for  FEC/FLEX bridge gasket error";
+        QTest::newRow("128") << 128 << "RESET"
+                             << "TSENS_0/1    ";
     }
 
     void faultTable()
@@ -129,21 +142,25 @@ private slots:
         QCOMPARE(cmu::decodeMonitor(hex("85 50 5A 46")), (cmu::Monitor{8, true, false, true, 0x50, 0x5A, 0x46}));
         QCOMPARE(cmu::decodeMonitor(hex("02")), (cmu::Monitor{0, false, true, false, 0, 0, 0}));
         QCOMPARE(cmu::decodeClock(hex("AC 0186A0")), (cmu::ClockStatus{true, false, true, false, true, 4, 0.1F}));
-        const char *names[] = {"IRC_CLK", "XOSC_CLK", "PLL0_PHI_CLK", "Error", "PLL1_PHI_CLK", "Error", "Error", "Error"};
+        const char *names[] = {"IRC_CLK",      "XOSC_CLK", "PLL0_PHI_CLK", "Error",
+                               "PLL1_PHI_CLK", "Error",    "Error",        "Error"};
         for (quint8 code = 0; code < 8; ++code)
             QCOMPARE(cmu::clockSourceName(code), QString::fromLatin1(names[code]));
         QCOMPARE(cmu::describe(cmu::decodeFaultRecord(hex("02 31 8F"), 3)).join('|'),
-                 QStringLiteral("Fault number: 2 \r|Fault 1 |CMU ID: 3|Description: Lower than CMU3 reference frequency limit\r\n|Fault 2 |CMU ID: 8"));
+                 QStringLiteral("Fault number: 2 \r|Fault 1 |CMU ID: 3|Description: Lower than CMU3 reference "
+                                "frequency limit\r\n|Fault 2 |CMU ID: 8"));
         QCOMPARE(cmu::describe(cmu::decodeFaultRecord(hex("07"), 1)).join('|'), QStringLiteral("Fault number: 7 \r"));
     }
 
     void detectors()
     {
-        QCOMPARE(pmc::decodeDetectors(hex("01 81")), (pmc::DetectorBits{true, true, false, false, false, false, false, false, true}));
+        QCOMPARE(pmc::decodeDetectors(hex("01 81")),
+                 (pmc::DetectorBits{true, true, false, false, false, false, false, false, true}));
         QCOMPARE(pmc::decodeSelfTest(hex("07")), (pmc::SelfTest{7, false}));
         QCOMPARE(pmc::decodeSelfTest(hex("07 01")), (pmc::SelfTest{7, true}));
         QCOMPARE(pmc::describe(pmc::decodeFaultRecord(hex("03 01 02"))).join('|'),
-                 QStringLiteral("Fault Number: 3\r\n|Fault 1:HVD fault\r\n|Fault 2:LVD fault\r\n|Fault 3:Temperature Sensor fault\r\n"));
+                 QStringLiteral("Fault Number: 3\r\n|Fault 1:HVD fault\r\n|Fault 2:LVD fault\r\n|Fault 3:Temperature "
+                                "Sensor fault\r\n"));
         QCOMPARE(pmc::faultText(4), QString());
     }
 
@@ -153,26 +170,32 @@ private slots:
         const auto faults = xbic::decodeFaults(hex("02 09 04 03 0A 78563412 00"));
         QCOMPARE(faults, (std::vector<xbic::Fault>{{9, 4, 3, 10, 0x12345678}, {}}));
         QCOMPARE(xbic::describe(faults).join('|'),
-                 QStringLiteral("Fault Number: 2\r\n|Fault 1:|Description:|Master Port ID: M4  |Slave Port ID: S3|Syndrome: 0x0ah|Error Address: 0x12345678h\r\n"
-                                "|Fault 2:|Description:|Master Port ID: M0  |Slave Port ID: S0|Syndrome: 0x00h|Error Address: 0x0h\r\n"));
+                 QStringLiteral("Fault Number: 2\r\n|Fault 1:|Description:|Master Port ID: M4  |Slave Port ID: "
+                                "S3|Syndrome: 0x0ah|Error Address: 0x12345678h\r\n"
+                                "|Fault 2:|Description:|Master Port ID: M0  |Slave Port ID: S0|Syndrome: 0x00h|Error "
+                                "Address: 0x0h\r\n"));
     }
 
     void regions()
     {
-        QCOMPARE(smpu::decodeRegion(hex("7C F8 0000 4000 FFFF 4000")), (smpu::Region{7, true, true, {0, 3, 3}, true, 0x40000000, 0x4000FFFF}));
+        QCOMPARE(smpu::decodeRegion(hex("7C F8 0000 4000 FFFF 4000")),
+                 (smpu::Region{7, true, true, {0, 3, 3}, true, 0x40000000, 0x4000FFFF}));
         QCOMPARE(smpu::decodeRegion(hex("F1 90 1234")), (smpu::Region{15, false, false, {1, 2, 1}, false, 0x1234, 0}));
         QCOMPARE(smpu::rightsText(2), QStringLiteral("r:OK  w:NO"));
         QCOMPARE(smpu::describe(smpu::decodeFaults(hex("12 78563412 01 AB000000 FF FF"))).join('|'),
-                 QStringLiteral("Fault Number:2\r\n|Fault 1|Description:|Type: Write|Master ID: 2|Fault Address: 0x12345678\r\n"
-                                "|Fault 2|Description:|Type: Read|Master ID: 1|Fault Address: 0x000000AB\r\n"));
+                 QStringLiteral(
+                     "Fault Number:2\r\n|Fault 1|Description:|Type: Write|Master ID: 2|Fault Address: 0x12345678\r\n"
+                     "|Fault 2|Description:|Type: Read|Master ID: 1|Fault Address: 0x000000AB\r\n"));
         QCOMPARE(smpu::decodeFaults(hex("010203")).size(), std::size_t(0));
     }
 
     void memoryErrors()
     {
-        QCOMPARE(memu::describe(memu::decodeFaults(hex("02 04 20000100 09"))).join('|'),
-                 QStringLiteral("Fault Number: 2\r\n|Fault 1\r\nDescription: memu sram correctable error\r\nFault Address: 20000100\r\n"
-                                "|Fault 2\r\nDescription: 9\r\nFault Address: 00000000\r\n"));
+        QCOMPARE(
+            memu::describe(memu::decodeFaults(hex("02 04 20000100 09"))).join('|'),
+            QStringLiteral(
+                "Fault Number: 2\r\n|Fault 1\r\nDescription: memu sram correctable error\r\nFault Address: 20000100\r\n"
+                "|Fault 2\r\nDescription: 9\r\nFault Address: 00000000\r\n"));
     }
 
     void checksums()
@@ -192,7 +215,8 @@ private slots:
         const auto faults = intcm::decodeChannels(hex("02 01 02 02 012D 004E20 0004B0 07 00 09"));
         QCOMPARE(faults, (std::vector<intcm::Channel>{{1, 2, 2, 301, 20000, 1200}, {7, 0, 9, 0, 0, 0}}));
         QCOMPARE(intcm::describe(faults).mid(1, 8).join('|'),
-                 QStringLiteral("Fault 1|Description:|Core Channel: K7a(1)|Core Index: 2|Mode: EOI|Irq: 301|Latency: 166 us|Timer: 10.008 us\r\n"));
+                 QStringLiteral("Fault 1|Description:|Core Channel: K7a(1)|Core Index: 2|Mode: EOI|Irq: 301|Latency: "
+                                "166 us|Timer: 10.008 us\r\n"));
         QCOMPARE(intcm::describe(faults).mid(11, 3).join('|'), QStringLiteral("Core Channel: 7|Core Index: 0|Mode: 9"));
     }
 

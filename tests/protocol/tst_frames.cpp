@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Frame extraction: every consequence of its rules to the byte, and equality with a literal model on random streams.
 #include "protocol/frame.h"
 #include "tests/protocol/literalextraction.h"
@@ -10,8 +11,8 @@ namespace {
 
 QByteArray frame(int module, const QByteArray &payload)
 {
-    return QByteArray::fromHex("A5C31234") + char(module) + char(1) + char(payload.size() >> 8) + char(payload.size()) + payload
-        + QByteArray::fromHex("0000D4B2");
+    return QByteArray::fromHex("A5C31234") + char(module) + char(1) + char(payload.size() >> 8) + char(payload.size())
+        + payload + QByteArray::fromHex("0000D4B2");
 }
 
 QByteArray hex(const char *text)
@@ -29,13 +30,26 @@ QByteArray stream(std::mt19937 &random)
             payload.append(random() % 5 ? char(random()) : "\xA5\xC3\xD4\xB2"[random() % 4]);
         QByteArray part = frame(int(random() % 20), payload);
         switch (random() % 8) {
-        case 0: part.truncate(int(random() % unsigned(part.size()))); break;
-        case 1: part[part.size() - 1 - int(random() % 2)] = char(random()); break;
-        case 2: part[6] = char(random()); break;
-        case 3: part = hex("A5C3A5C3A5C3"); break;
-        case 4: part.prepend(char(0xA5)); break;
-        case 5: part = payload; break;
-        default: break;
+        case 0:
+            part.truncate(int(random() % unsigned(part.size())));
+            break;
+        case 1:
+            part[part.size() - 1 - int(random() % 2)] = char(random());
+            break;
+        case 2:
+            part[6] = char(random());
+            break;
+        case 3:
+            part = hex("A5C3A5C3A5C3");
+            break;
+        case 4:
+            part.prepend(char(0xA5));
+            break;
+        case 5:
+            part = payload;
+            break;
+        default:
+            break;
         }
         bytes += part;
     }
@@ -73,18 +87,24 @@ private slots:
         QTest::addColumn<bool>("pending");
         const QByteArray good = hex("A5C3 0000 02 01 0001 7F 0000 D4B2");
         QTest::newRow("one frame") << good << 1 << QByteArray() << false;
-        QTest::newRow("zero length at the end waits") << hex("A5C3 0000 02 01 0000 0000 D4B2") << 0
-                                                      << hex("A5C3 0000 02 01 0000 0000 D4B2") << true;
-        QTest::newRow("zero length, one byte more") << hex("A5C3 0000 02 01 0000 0000 D4B2 00") << 1 << QByteArray() << false;
+        QTest::newRow("zero length at the end waits")
+            << hex("A5C3 0000 02 01 0000 0000 D4B2") << 0 << hex("A5C3 0000 02 01 0000 0000 D4B2") << true;
+        QTest::newRow("zero length, one byte more")
+            << hex("A5C3 0000 02 01 0000 0000 D4B2 00") << 1 << QByteArray() << false;
         QTest::newRow("too short, no sync") << hex("0102030405") << 0 << hex("0102030405") << true;
         QTest::newRow("cut") << good.left(12) + QByteArray() << 0 << good.left(12) << true;
         QTest::newRow("cut behind a good one") << good + good.left(9) << 1 << good.left(9) << true;
-        QTest::newRow("wrong first end byte eats the frame") << hex("A5C3 0000 02 01 0003 A5C300 0000 D3B2") + good << 1 << QByteArray() << false;
-        QTest::newRow("wrong second end byte") << hex("A5C3 0000 02 01 0001 7F 0000 D4B1") + good << 1 << QByteArray() << false;
+        QTest::newRow("wrong first end byte eats the frame")
+            << hex("A5C3 0000 02 01 0003 A5C300 0000 D3B2") + good << 1 << QByteArray() << false;
+        QTest::newRow("wrong second end byte")
+            << hex("A5C3 0000 02 01 0001 7F 0000 D4B1") + good << 1 << QByteArray() << false;
         QTest::newRow("doubled sync byte hides a frame") << char(0xA5) + good << 0 << QByteArray() << false;
-        QTest::newRow("a lie of 65535 bytes, then a frame") << hex("A5C3 0000 02 01 FFFF") + good << 1 << QByteArray() << false;
-        QTest::newRow("two starts at the end") << hex("00000000000000 A5C300 A5C301") << 0 << hex("A5C301 A5C301") << true;
-        QTest::newRow("identifier 17 is a frame all the same") << hex("A5C3 0000 11 01 0001 7F 0000 D4B2") << 1 << QByteArray() << false;
+        QTest::newRow("a lie of 65535 bytes, then a frame")
+            << hex("A5C3 0000 02 01 FFFF") + good << 1 << QByteArray() << false;
+        QTest::newRow("two starts at the end")
+            << hex("00000000000000 A5C300 A5C301") << 0 << hex("A5C301 A5C301") << true;
+        QTest::newRow("identifier 17 is a frame all the same")
+            << hex("A5C3 0000 11 01 0001 7F 0000 D4B2") << 1 << QByteArray() << false;
     }
 
     void rules()
@@ -111,7 +131,8 @@ private slots:
         remainder = "kept";
         QVERIFY(!protocol::extractFrames({}, frames, remainder, partial));
         QCOMPARE(remainder, QByteArray("kept"));
-        QCOMPARE(protocol::encodeFrame(protocol::ModuleId::Cmu, 5, hex("7F80"), 0x1234), hex("A5C3 1234 02 05 0002 7F80 0000 D4B2"));
+        QCOMPARE(protocol::encodeFrame(protocol::ModuleId::Cmu, 5, hex("7F80"), 0x1234),
+                 hex("A5C3 1234 02 05 0002 7F80 0000 D4B2"));
     }
 
     void equalsTheLiteralModel()
@@ -126,7 +147,11 @@ private slots:
                 real.take(bytes.mid(at, size), protocol::extractFrames);
                 model.take(bytes.mid(at, size), literal::extractFrames);
                 at += size;
-                QVERIFY2(real == model, qPrintable(QStringLiteral("seed %1, stream %2: %3").arg(seed).arg(i).arg(QString::fromLatin1(bytes.toHex()))));
+                QVERIFY2(real == model,
+                         qPrintable(QStringLiteral("seed %1, stream %2: %3")
+                                        .arg(seed)
+                                        .arg(i)
+                                        .arg(QString::fromLatin1(bytes.toHex()))));
             }
         }
     }

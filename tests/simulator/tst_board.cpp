@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the virtual board sends, pinned to literal bytes; what it refuses; what it survives.
 #include "simulator/board.h"
 #include "simulator/virtualboard.h"
@@ -20,7 +21,10 @@ public:
         QObject::connect(&board, &Board::output, &board, [this](const QByteArray &frame) {
             const QByteArray payload = frame.mid(8, frame.size() - 12);
             lines.append(frame[4] == 0 ? "say " + QString::fromLatin1(payload)
-                                       : QStringLiteral("%1/%2 %3").arg(int(frame[4])).arg(int(frame[5])).arg(QString::fromLatin1(payload.toHex())));
+                                       : QStringLiteral("%1/%2 %3")
+                                             .arg(int(frame[4]))
+                                             .arg(int(frame[5]))
+                                             .arg(QString::fromLatin1(payload.toHex())));
         });
     }
     QString take() { return std::exchange(lines, {}).join('\n'); }
@@ -45,7 +49,9 @@ private slots:
         };
         row("get 0", "say QM7D305 .*\n12/1 01");
         row("get 1", "1/4 3fb3333307ea0b02\n1/1 04");
-        row("get 9", "13/1 00002000" "00000000000000000000000000000000\n13/4 0f00");
+        row("get 9",
+            "13/1 00002000"
+            "00000000000000000000000000000000\n13/4 0f00");
         row("resetEsca 1 1", "13/4 0000");
         row("resetEsca 2 3 5", "13/4 0f05");
         row("resetEsca 2 3 256", "say a threshold .*");
@@ -71,7 +77,10 @@ private slots:
         row("inject 7 5", "12/1 02\n12/2 6b.{8}\n14/1 0301\n3/2 01040406.{8}50");
         row("inject 7 1", "say XBIC0 is off.*", "xbic 2 0");
         row("xbic 5", "12/1 01\n3/2 00", "inject 7 2");
-        row("get 5", "4/1 7fa8" "00004000ffff4000\n4/1 0e80.*\n4/1 1e00.*\n4/1 4e08.*\n4/1 ff08" "00005080ffff5080");
+        row("get 5",
+            "4/1 7fa8"
+            "00004000ffff4000\n4/1 0e80.*\n4/1 1e00.*\n4/1 4e08.*\n4/1 ff08"
+            "00005080ffff5080");
         row("inject 6 2", "12/1 02\n12/2 69.{8}\n14/1 0301\n4/2 0200000201");
         row("inject 6 1", "12/1 02\n12/2 68.{8}\n14/1 0301\n4/2 1100040040");
         row("inject 6 6", "say access to 0x50800010 allowed: no fault", "smpu 2");
@@ -88,16 +97,25 @@ private slots:
         row("regP 5 99", "say .*ignored\n5/1 000f0000007856341278563412", "regP 2 12345678");
         row("regP 1", "say .*ignored\n5/1 010f000000.*", "regP 2 1|regP 4 2");
         row("regP 4 GG", "say the data .*");
-        row("get 2", "11/1 08000c3500" "00186a00\n11/1 48.*\n11/1 88.*");
-        row("swt 2 2 4", "11/1 58" "00007d00" "0000fa00");
+        row("get 2",
+            "11/1 08000c3500"
+            "00186a00\n11/1 48.*\n11/1 88.*");
+        row("swt 2 2 4",
+            "11/1 58"
+            "00007d00"
+            "0000fa00");
         row("inject 3 2", "12/1 03\n12/2 0d.{8}\n14/1 0301");
         row("inject 3 1", "say SWT0 is off.*", "swt 4 1");
-        row("get 7", "8/1 0900000101" "2d004e200003e8.*");
+        row("get 7",
+            "8/1 0900000101"
+            "2d004e200003e8.*");
         row("inject 8 2", "12/1 02\n12/2 4e.{8}\n14/1 0301\n8/2 01010002012d004e20.{6}");
         row("inject 8 1", "12/1 02\n12/2 4c.{8}.*", "intcm 4 0 0");
         row("intcm EOI 1 2 20000 301", "");
         row("intcm XYZ 1 2 20000 301", "say usage.*");
-        row("intcm 4 0 0", "8/1 0900000101" "2d000000000000.*");
+        row("intcm 4 0 0",
+            "8/1 0900000101"
+            "2d000000000000.*");
         row("inject 10 2", "12/1 02\n12/2 73.{8}\n14/1 0301\n16/2 0100000002");
         row("nonsense", "say unknown command: nonsense");
         row("get", "say unknown command: get");
@@ -117,7 +135,8 @@ private slots:
         recorder.take();
         board.execute(QTest::currentDataTag());
         const QString sent = recorder.take();
-        const QRegularExpression pattern(QRegularExpression::anchoredPattern(expected), QRegularExpression::DotMatchesEverythingOption);
+        const QRegularExpression pattern(QRegularExpression::anchoredPattern(expected),
+                                         QRegularExpression::DotMatchesEverythingOption);
         QVERIFY2(pattern.match(sent).hasMatch(), qPrintable(sent));
     }
 
@@ -129,15 +148,27 @@ private slots:
         const auto row = [](const char *command, const char *expected, const char *before = "") {
             QTest::newRow(command) << QString::fromLatin1(before) << QString::fromLatin1(expected);
         };
-        row("crc 1 0 0", "6/3 00000009313233343536373839" "0000004b.{8}");
-        row("crc 2 0 0", "6/3 00000009313233343536373839" "000029b1.{8}");
-        row("crc 3 1 0", "6/3 00000009313233343536373839" "cbf43926.{8}");
-        row("crc 4 1 0", "6/3 00000009313233343536373839" "000000df.{8}");
-        row("cse 2 1 00112233445566778899aabbccddeeff", "15/1 00\n15/4 00.{8}001069c4e0d86a7b0430d8cdb78070b4c55a", "cse 1");
-        row("cse 2 2 6BC1BEE22E409F96E93D7E117393172A", "15/1 00\n15/4 01.{8}00107649abac8119b246cee98e9b12e9197d", "cse 1");
-        row("cse 3 2 7649abac8119b246cee98e9b12e9197d", "15/1 00\n15/4 03.{8}00106bc1bee22e409f96e93d7e117393172a", "cse 1");
+        row("crc 1 0 0",
+            "6/3 00000009313233343536373839"
+            "0000004b.{8}");
+        row("crc 2 0 0",
+            "6/3 00000009313233343536373839"
+            "000029b1.{8}");
+        row("crc 3 1 0",
+            "6/3 00000009313233343536373839"
+            "cbf43926.{8}");
+        row("crc 4 1 0",
+            "6/3 00000009313233343536373839"
+            "000000df.{8}");
+        row("cse 2 1 00112233445566778899aabbccddeeff", "15/1 00\n15/4 00.{8}001069c4e0d86a7b0430d8cdb78070b4c55a",
+            "cse 1");
+        row("cse 2 2 6BC1BEE22E409F96E93D7E117393172A", "15/1 00\n15/4 01.{8}00107649abac8119b246cee98e9b12e9197d",
+            "cse 1");
+        row("cse 3 2 7649abac8119b246cee98e9b12e9197d", "15/1 00\n15/4 03.{8}00106bc1bee22e409f96e93d7e117393172a",
+            "cse 1");
         row("cse 4 ", "15/1 00\n15/4 04.{8}0010bb1d6929e95937287fa37d129b756746", "cse 1");
-        row("cse 5 6bc1bee22e409f96e93d7e117393172a 070a16b46b4d4144f79bdd9dd04a287c", "15/1 00\n15/4 05.{8}000001", "cse 1");
+        row("cse 5 6bc1bee22e409f96e93d7e117393172a 070a16b46b4d4144f79bdd9dd04a287c", "15/1 00\n15/4 05.{8}000001",
+            "cse 1");
         row("cse 5 00 070a16b46b4d4144f79bdd9dd04a287c", "15/1 00\n15/4 05.{8}000000", "cse 1");
         row("cse 2 1 00", "15/1 05");
         row("cse 4 00", "15/1 03");
@@ -147,7 +178,8 @@ private slots:
         row("cse 7 00112233445566778899aabbccddeeff", "15/1 00", "cse 6 2");
         row("cse 7 00", "15/1 15", "cse 6 2");
         row("pmc 2 5", "10/4 0501");
-        row("pmc 1", "10/4 0101\n10/4 0701\n10/4 0201\n10/4 0601\n10/4 0900\n10/4 0501\n10/4 0801\n10/4 0401", "pmc 4 9");
+        row("pmc 1", "10/4 0101\n10/4 0701\n10/4 0201\n10/4 0601\n10/4 0900\n10/4 0501\n10/4 0801\n10/4 0401",
+            "pmc 4 9");
     }
 
     void results()
@@ -180,10 +212,16 @@ private slots:
     {
         QTest::addColumn<QString>("commands");
         QTest::addColumn<QString>("reasons"); // first bytes of the reset report
-        QTest::newRow("functional") << "inject 1" << "00400000";
-        QTest::newRow("destructive") << "inject 2" << "00004000";
-        QTest::newRow("escalated") << "resetEsca 1 3 1|inject 1" << "00000004";
-        QTest::newRow("watchdog") << "swt 1 1 1|inject 3 1" << "00080000" "0000000000000000000000000000" "2000";
+        QTest::newRow("functional") << "inject 1"
+                                    << "00400000";
+        QTest::newRow("destructive") << "inject 2"
+                                     << "00004000";
+        QTest::newRow("escalated") << "resetEsca 1 3 1|inject 1"
+                                   << "00000004";
+        QTest::newRow("watchdog") << "swt 1 1 1|inject 3 1"
+                                  << "00080000"
+                                     "0000000000000000000000000000"
+                                     "2000";
     }
 
     void restarts()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The bad cable: how much it harms, that it harms nothing else, and that a seed repeats it.
 #include "simulator/badcable.h"
 
@@ -11,7 +12,8 @@ namespace {
 struct Ends {
     explicit Ends(const CableFaults &faults, quint32 seed = 1) : cable(seed)
     {
-        QObject::connect(&cable, &BadCable::reachedProgram, &cable, [this](const QByteArray &bytes) { program += bytes; });
+        QObject::connect(&cable, &BadCable::reachedProgram, &cable,
+                         [this](const QByteArray &bytes) { program += bytes; });
         QObject::connect(&cable, &BadCable::reachedBoard, &cable, [this](const QByteArray &bytes) { board += bytes; });
         cable.setFaults(faults);
     }

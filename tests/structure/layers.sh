@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Fails on an include line that crosses the layers: layers.sh SOURCE_DIR
 #   protocol <- link <- app, modules, console, help <- demo;  simulator -> protocol only
 set -u

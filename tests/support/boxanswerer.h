@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Answers message boxes as a user would, and remembers what they said.
 #pragma once
 
@@ -17,7 +18,11 @@ public:
 
     void setButton(QMessageBox::StandardButton button) { m_button = button; }
     /// From now on presses the button with this caption; an empty one dismisses the box with Escape.
-    void setCaption(const QString &caption) { m_caption = caption; m_byCaption = true; }
+    void setCaption(const QString &caption)
+    {
+        m_caption = caption;
+        m_byCaption = true;
+    }
     /// Called once, while the next box is open and before it is answered.
     void onBox(std::function<void()> work) { m_onBox = std::move(work); }
 

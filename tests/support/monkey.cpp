@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/monkey.h"
 
 #include "console/consoleform.h"
@@ -29,7 +30,10 @@ consoleForm *openConsole()
 
 } // namespace
 
-Monkey::Monkey(MainWindow &window, quint32 seed, int mostInside) : m_window(window), m_random(seed), m_mostInside(mostInside)
+Monkey::Monkey(MainWindow &window, quint32 seed, int mostInside)
+    : m_window(window),
+      m_random(seed),
+      m_mostInside(mostInside)
 {
     connect(&m_timer, &QTimer::timeout, this, [this] {
         // A timer does not fire inside its own handler: the work is done outside it.
@@ -115,15 +119,17 @@ void Monkey::turnSomewhere()
 // Into the console where one is open, else into a field; what a field does not take it refuses itself.
 void Monkey::typeSomething()
 {
-    static constexpr int keys[] = {Qt::Key_1, Qt::Key_A, Qt::Key_F, Qt::Key_Z, Qt::Key_Space, Qt::Key_Return,
-                                   Qt::Key_Backspace, Qt::Key_Delete, Qt::Key_Left, Qt::Key_Up, Qt::Key_Down};
+    static constexpr int keys[] = {Qt::Key_1,     Qt::Key_A,      Qt::Key_F,         Qt::Key_Z,
+                                   Qt::Key_Space, Qt::Key_Return, Qt::Key_Backspace, Qt::Key_Delete,
+                                   Qt::Key_Left,  Qt::Key_Up,     Qt::Key_Down};
     QWidget *target = nullptr;
     if (consoleForm *console = openConsole()) {
         target = console->findChild<QTextEdit *>();
     } else {
         QList<QWidget *> fields;
         for (QWidget *field : m_window.centralWidget()->findChildren<QWidget *>()) {
-            if (qobject_cast<QLineEdit *>(field) || qobject_cast<QPlainTextEdit *>(field) || qobject_cast<QSpinBox *>(field))
+            if (qobject_cast<QLineEdit *>(field) || qobject_cast<QPlainTextEdit *>(field)
+                || qobject_cast<QSpinBox *>(field))
                 fields.append(field);
         }
         target = fields.at(below(static_cast<int>(fields.size())));

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A user without aim: presses, turns pages, types and uses the menu at random, also while handlers wait.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A terminal line whose board is the test: bytes in, bytes out, nothing in between.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/workbench.h"
 
 #include "link/serialline.h"
@@ -56,7 +57,8 @@ void Bench::click(const char *name)
 {
     auto *button = find<QAbstractButton>(name);
     turnTo(button);
-    QTest::mouseClick(button, Qt::LeftButton, {}, qobject_cast<QAbstractButton *>(button) ? QPoint(8, button->height() / 2) : QPoint());
+    QTest::mouseClick(button, Qt::LeftButton, {},
+                      qobject_cast<QAbstractButton *>(button) ? QPoint(8, button->height() / 2) : QPoint());
 }
 
 QString Bench::text(const char *name)

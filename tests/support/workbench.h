@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The real window on a real pseudo-terminal: in front of a virtual board (Workbench), or of the test itself (RawBench).
 #pragma once
 

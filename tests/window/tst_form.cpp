@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The form and its slots fit each other; everything fits the window.
 #include "tests/support/workbench.h"
 
@@ -79,9 +80,15 @@ private slots:
         QTest::addColumn<QString>("tabs");
         QTest::addColumn<QString>("titles");
         QTest::addColumn<QString>("current");
-        QTest::newRow("function") << "tabWidget_function" << "Safety module|Security module" << "Security module";
-        QTest::newRow("safety") << "tabWidget_safety" << "CMU|XBIC|SMPU|MEMU|CRC|INTCM|VG5k|PMC|SWT|SPT" << "CMU";
-        QTest::newRow("security") << "tabWidget_security" << "CSE|REG_PROT" << "CSE";
+        QTest::newRow("function") << "tabWidget_function"
+                                  << "Safety module|Security module"
+                                  << "Security module";
+        QTest::newRow("safety") << "tabWidget_safety"
+                                << "CMU|XBIC|SMPU|MEMU|CRC|INTCM|VG5k|PMC|SWT|SPT"
+                                << "CMU";
+        QTest::newRow("security") << "tabWidget_security"
+                                  << "CSE|REG_PROT"
+                                  << "CSE";
     }
 
     void pagesStandInOrder()
@@ -122,7 +129,8 @@ private slots:
     {
         QFETCH(QSize, size);
         const QSize least = m_bench->window().minimumSizeHint();
-        QVERIFY2(least.width() <= size.width() && least.height() <= size.height(), qPrintable(QStringLiteral("%1x%2").arg(least.width()).arg(least.height())));
+        QVERIFY2(least.width() <= size.width() && least.height() <= size.height(),
+                 qPrintable(QStringLiteral("%1x%2").arg(least.width()).arg(least.height())));
         m_bench->window().resize(size);
         QTRY_COMPARE(m_bench->window().size(), size);
         const auto widgets = m_bench->window().centralWidget()->findChildren<QWidget *>();
@@ -134,8 +142,12 @@ private slots:
             if (!widget->minimumSize().isEmpty()) // chosen, not computed
                 wanted = wanted.boundedTo(widget->minimumSize());
             QVERIFY2(widget->width() >= wanted.width() && widget->height() >= wanted.height(),
-                     qPrintable(QStringLiteral("%1 is %2x%3, wants %4x%5").arg(widget->objectName()).arg(widget->width())
-                                    .arg(widget->height()).arg(wanted.width()).arg(wanted.height())));
+                     qPrintable(QStringLiteral("%1 is %2x%3, wants %4x%5")
+                                    .arg(widget->objectName())
+                                    .arg(widget->width())
+                                    .arg(widget->height())
+                                    .arg(wanted.width())
+                                    .arg(wanted.height())));
         }
     }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The line under the window: commands out, frames in, waits, a board that goes away, boxes that do not stack.
 #include "app/messagebox.h"
 #include "link/commandchannel.h"
@@ -50,7 +51,8 @@ private slots:
         QTest::newRow("functional") << "actionFunctional_Reset" << -1 << "inject 1|";
         QTest::newRow("destructive") << "actionDestructive_Reset" << -1 << "inject 2|";
         QTest::newRow("status") << "actionGet_Status" << -1 << "get 1|get 9|get 10|get 0|";
-        const char *pages[] = {"get 11|", "get 5|", "", "", "get 7|", "get 10|", "get 6|", "get 2|", "", "get 3|get 4|"};
+        const char *pages[] = {"get 11|", "get 5|", "",       "", "get 7|",
+                               "get 10|", "get 6|", "get 2|", "", "get 3|get 4|"};
         for (int i = 0; i < 10; ++i)
             QTest::addRow("page %d", (i + 1) % 10) << "" << (i + 1) % 10 << pages[i];
     }
@@ -153,7 +155,8 @@ private slots:
         QCOMPARE(errors.size(), reports);
         QVERIFY(reports <= 3);
         QCOMPARE(answers.seen(), QStringList());
-        QVERIFY(m_bench->window().statusBar()->findChild<QLabel *>()->text().contains(QStringLiteral("connection lost")));
+        QVERIFY(
+            m_bench->window().statusBar()->findChild<QLabel *>()->text().contains(QStringLiteral("connection lost")));
 
         RawLine back;
         gPortName = back.tty();

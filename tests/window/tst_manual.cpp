@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The manual and the window fit each other: comments in the manual name the page that a chapter describes
 // ("page: tabWidgetPage1") and the controls that a line explains ("controls: comboBox_memu_1 label_MBIST_*").
 #include "tests/support/workbench.h"
@@ -52,7 +53,8 @@ std::vector<Chapter> chaptersOf(const QString &manual)
         const auto match = it.next();
         const int end = it.hasNext() ? it.peekNext().capturedStart() : manual.size();
         const QString text = manual.mid(match.capturedEnd(), end - match.capturedEnd());
-        chapters.push_back({match.captured(1), comments(text, QStringLiteral("page")), comments(text, QStringLiteral("controls"))});
+        chapters.push_back(
+            {match.captured(1), comments(text, QStringLiteral("page")), comments(text, QStringLiteral("controls"))});
     }
     return chapters;
 }
@@ -73,7 +75,8 @@ bool names(const QStringList &patterns, const QString &name)
 // A label that shows more than a caption: an indicator, one that explains itself, a place for numbers, part of a drawing.
 bool isTellingLabel(const QWidget *widget)
 {
-    static const QRegularExpression filled(QStringLiteral("^label_(intcm_(mode|latency|timer|irq|onoff)\\d|cse_.+_count$|_?xbic.+)"));
+    static const QRegularExpression filled(
+        QStringLiteral("^label_(intcm_(mode|latency|timer|irq|onoff)\\d|cse_.+_count$|_?xbic.+)"));
     return qobject_cast<const QLabel *>(widget)
         && (widget->property("indicator").isValid() || !widget->toolTip().isEmpty()
             || filled.match(widget->objectName()).hasMatch());
@@ -175,7 +178,8 @@ private slots:
         QStringList unknown;
         const QStringList patterns = allControls() + comments(m_manual, QStringLiteral("page"));
         for (const QString &pattern : patterns) {
-            if (!std::any_of(existing.begin(), existing.end(), [&](const QString &name) { return names(pattern, name); }))
+            if (!std::any_of(existing.begin(), existing.end(),
+                             [&](const QString &name) { return names(pattern, name); }))
                 unknown.append(pattern);
         }
         QCOMPARE(unknown, QStringList());

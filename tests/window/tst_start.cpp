@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Start-up: which port, which questions, which requests.
 #include "app/startup.h"
 #include "link/serialline.h"
@@ -39,7 +40,8 @@ private slots:
         BoxAnswerer answers;
         answers.setCaption(second.tty());
         MainWindow window;
-        QCOMPARE(answers.seen(), QStringList(QStringLiteral("|Please select|Please select serialport name which used by GUI.")));
+        QCOMPARE(answers.seen(),
+                 QStringList(QStringLiteral("|Please select|Please select serialport name which used by GUI.")));
         QCOMPARE(gPortName, second.tty());
         QVERIFY(gSerialPort->isOpen());
         QTRY_VERIFY(second.received().endsWith("get 0\r\n"));
@@ -96,8 +98,10 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("reason");
-        QTest::newRow("missing") << "/dev/no-such-board" << "no such device";
-        QTest::newRow("not a terminal") << "/dev/null" << "";
+        QTest::newRow("missing") << "/dev/no-such-board"
+                                 << "no such device";
+        QTest::newRow("not a terminal") << "/dev/null"
+                                        << "";
     }
 
     void aPortThatFailsIsExplained()
@@ -108,7 +112,8 @@ private slots:
         BoxAnswerer answers;
         MainWindow window;
         QCOMPARE(answers.seen(), QStringList(QStringLiteral("Warning|Serialport can not open, please check.")));
-        QVERIFY2(portState(window).contains(name + QStringLiteral(" - closed: ") + reason), qPrintable(portState(window)));
+        QVERIFY2(portState(window).contains(name + QStringLiteral(" - closed: ") + reason),
+                 qPrintable(portState(window)));
     }
 
     // The box before the window is shown is the last window closed then: that ends nothing.
@@ -130,8 +135,9 @@ private slots:
         bench.window().reOpenSerialPort();
         answers.setButton(QMessageBox::Yes);
         bench.window().NoSP_config();
-        QCOMPARE(answers.seen(), (QStringList{QStringLiteral("Please select|Contiue or quit.?"),
-                                              QStringLiteral("Warning|No Available Serialport is found")}));
+        QCOMPARE(answers.seen(),
+                 (QStringList{QStringLiteral("Please select|Contiue or quit.?"),
+                              QStringLiteral("Warning|No Available Serialport is found")}));
         QVERIFY(!bench.text("lineEdit_sysworkmode").isNull());
     }
 };

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tutorial's script against the window: what it presses, types into and frames is there, on the page that it opened.
 #include "demo/tutorialscript.h"
 #include "tests/support/workbench.h"

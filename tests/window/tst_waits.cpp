@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Waits over time that does not go its even way. The clock is fuzz/swiftclock.cpp's: sleeping moves it on at once.
 #include "link/commandchannel.h"
 
@@ -18,7 +19,8 @@ private slots:
     {
         for (int before = 25; before >= 1; --before) {
             const int toMidnight = QTime::currentTime().msecsTo(QTime(23, 59, 59, 999)) + 1;
-            QThread::msleep(static_cast<unsigned long>(toMidnight < before ? toMidnight + 86400000 - before : toMidnight - before));
+            QThread::msleep(
+                static_cast<unsigned long>(toMidnight < before ? toMidnight + 86400000 - before : toMidnight - before));
             QTimer::singleShot(5, Qt::PreciseTimer, [] { QThread::msleep(30); });
             QElapsedTimer waited;
             waited.start();
