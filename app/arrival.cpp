@@ -36,7 +36,7 @@ constexpr std::array<Decoder, protocol::kModuleCount> decoders = {
 
 void MainWindow::receiveData()
 {
-    const QByteArray chunk = gSerialPort->isOpen() ? gSerialPort->readAll() : QByteArray();
+    const QByteArray chunk = readLine(*gSerialPort);
     m_receive.rxPending = Receivedata_Unpacking(m_receive.join(chunk), m_receive.rxFrames, m_receive.rxRemainder);
     const display::Batch batch;
     // A decoder may wait and so let a further arrival replace the list: size and element are read anew at each step.

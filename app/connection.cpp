@@ -129,7 +129,7 @@ void MainWindow::onPortError(QSerialPort::SerialPortError error)
 {
     if (!gSerialPort->isOpen() || !isLineLost(error))
         return;
-    gSerialPort->close();
+    abandonLine(*gSerialPort);
     showPortState(tr("connection lost; plug the board in and choose \"open\" again"));
 }
 

@@ -47,8 +47,8 @@ consoleForm::consoleForm(QWidget *parent) : QWidget(parent), ui(std::make_unique
     m_view = std::make_unique<TerminalView>(*ui->textEdit);
     // A device that is gone reports it without end: the port is closed at the first report, the window stays.
     connect(&m_port, &QSerialPort::errorOccurred, this, [this](QSerialPort::SerialPortError error) {
-        if (m_port.isOpen() && isLineLost(error))
-            m_port.close();
+        if (isLineLost(error))
+            abandonLine(m_port);
     });
     connect(qApp, &QCoreApplication::aboutToQuit, this, &consoleForm::handBack);
     serialPort_control();
@@ -72,7 +72,7 @@ void consoleForm::serialPort_control()
 
 void consoleForm::stringDatain()
 {
-    const QStringList texts = m_frames.take(m_port.readAll());
+    const QStringList texts = m_frames.take(readLine(m_port));
     if (!texts.isEmpty())
         consolePrint(texts, texts.size());
 }
@@ -80,14 +80,14 @@ void consoleForm::stringDatain()
 void consoleForm::writeData(QString text)
 {
     if (m_port.isOpen())
-        m_port.write(text.toLatin1());
+        writeLine(m_port, text.toLatin1());
 }
 
 void consoleForm::writeDataBlock(QString instring)
 {
     if (!m_port.isOpen())
         return;
-    m_port.write(instring.toLatin1());
+    writeLine(m_port, instring.toLatin1());
     m_port.waitForBytesWritten(kWriteMs);
 }
 

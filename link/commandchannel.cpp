@@ -23,7 +23,7 @@ int depth = 0;
 
 void sendCommand(const QString &command)
 {
-    gSerialPort->write((command + QStringLiteral("\r\n")).toLatin1());
+    writeLine(*gSerialPort, (command + QStringLiteral("\r\n")).toLatin1());
 }
 
 void delayMs(int milliseconds)

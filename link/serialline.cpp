@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "link/serialline.h"
 
+#include "link/linetraffic.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QSerialPortInfo>
@@ -43,6 +45,7 @@ bool openLine(QSerialPort &port, const QString &name)
     port.setFlowControl(QSerialPort::NoFlowControl);
     port.setParity(QSerialPort::NoParity);
     port.setStopBits(QSerialPort::OneStop);
+    emit lineTraffic().opened(name);
     return true;
 }
 
@@ -52,6 +55,30 @@ void closeLine(QSerialPort &port)
         return;
     port.clear(QSerialPort::AllDirections);
     port.close();
+    emit lineTraffic().closed();
+}
+
+void abandonLine(QSerialPort &port)
+{
+    if (!port.isOpen())
+        return;
+    const QString reason = port.errorString();
+    port.close();
+    emit lineTraffic().lost(reason);
+}
+
+QByteArray readLine(QSerialPort &port)
+{
+    const QByteArray bytes = port.isOpen() ? port.readAll() : QByteArray();
+    if (!bytes.isEmpty())
+        emit lineTraffic().received(bytes);
+    return bytes;
+}
+
+void writeLine(QSerialPort &port, const QByteArray &bytes)
+{
+    if (port.write(bytes) > 0)
+        emit lineTraffic().sent(bytes);
 }
 
 bool isLineLost(QSerialPort::SerialPortError error)

@@ -20,6 +20,15 @@ bool openLine(QSerialPort &port, const QString &name);
 /// Empties both buffers and closes; a closed port is left alone.
 void closeLine(QSerialPort &port);
 
+/// Closes a port whose device is gone; a closed port is left alone.
+void abandonLine(QSerialPort &port);
+
+/// Everything that has arrived on `port`; empty where it is closed or nothing has.
+QByteArray readLine(QSerialPort &port);
+
+/// Queues `bytes` for sending, without waiting; a closed port loses them.
+void writeLine(QSerialPort &port, const QByteArray &bytes);
+
 /// True for the errors that a port reports when its device is gone, again and again until it is closed.
 bool isLineLost(QSerialPort::SerialPortError error);
 

@@ -7,7 +7,6 @@
 #include "app/mainwindow.h"
 #include "app/textview.h"
 #include "link/commandchannel.h"
-#include "link/serialline.h"
 #include "ui_mainwindow.h"
 
 #include <utility>
@@ -24,7 +23,7 @@ void MainWindow::on_pushButton_CRC_set_clicked()
     const QString command =
         crc::command(ui->comboBox_CRC_polynomial->currentIndex(), ui->comboBox_CRC_instance->currentIndex(),
                      ui->comboBox_CRC_channel->currentIndex());
-    gSerialPort->write((command + QStringLiteral("\r\n")).toLatin1());
+    sendCommand(command);
 }
 
 // The condition logged and the width of the result follow the selectors as they stand now, not as they stood then.
