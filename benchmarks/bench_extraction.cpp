@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Frame extraction in bytes a second, beside memcpy of the same bytes and beside the literal step-by-step model.
 #include "protocol/frame.h"
-#include "tests/protocol/literalextraction.h"
+#include "support/literalextraction.h"
 
 #include <benchmark/benchmark.h>
 

@@ -4,7 +4,7 @@
 #include "app/mainwindow.h"
 #include "app/startup.h"
 #include "link/serialports.h"
-#include "tests/support/rawline.h"
+#include "support/rawline.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

@@ -5,7 +5,7 @@
 #include "console/consoleform.h"
 #include "link/serialline.h"
 #include "protocol/payload.h"
-#include "tests/support/workbench.h"
+#include "support/workbench.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

@@ -2,7 +2,7 @@
 // The workbench in front of virtual boards: the same window, with their terminal lines as the only ports.
 #include "app/mainwindow.h"
 #include "app/startup.h"
-#include "demo/boardprocess.h"
+#include "support/boardprocess.h"
 #include "demo/screenshots.h"
 #include "demo/tour.h"
 #include "demo/tutorial.h"

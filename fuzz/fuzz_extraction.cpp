@@ -2,7 +2,7 @@
 // Frame extraction in arrivals of any length against the literal model. Byte 0: how the rest is cut.
 #include "fuzz/input.h"
 #include "link/receivestate.h"
-#include "tests/protocol/literalextraction.h"
+#include "support/literalextraction.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {

@@ -5,13 +5,13 @@
 //        1    report type of a frame; number of a page
 //        2    length of a frame's payload, 255: all that is left
 //        3    payload
-// Boxes are answered, also inside each other; what waits, waits no time (swiftclock.cpp), and the steps go on meanwhile.
+// Boxes are answered, also inside each other; what waits, waits no time (support/fakeclock.cpp), and the steps go on meanwhile.
 #include "fuzz/application.h"
 #include "fuzz/input.h"
 #include "link/serialline.h"
 #include "protocol/frame.h"
-#include "tests/support/boxanswerer.h"
-#include "tests/support/workbench.h"
+#include "support/boxanswerer.h"
+#include "support/workbench.h"
 
 #include <QTabWidget>
 #include <QTimer>

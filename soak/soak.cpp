@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // soak [MINUTES [SEED]]: the window in front of a virtual board on a bad cable, used by a monkey. Prints once a minute
 // what was done and what it costs in memory; fails where the memory is not explained by what the window keeps.
-#include "demo/boardprocess.h"
+#include "support/boardprocess.h"
 #include "link/commandchannel.h"
 #include "link/serialline.h"
 #include "link/serialports.h"
-#include "tests/support/boxanswerer.h"
-#include "tests/support/monkey.h"
+#include "support/boxanswerer.h"
+#include "support/monkey.h"
 
 #include <QApplication>
 #include <QComboBox>

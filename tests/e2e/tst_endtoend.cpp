@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The real window, a real pseudo-terminal and the virtual board: from the click to what the user sees.
-#include "tests/support/boxanswerer.h"
-#include "tests/support/workbench.h"
+#include "support/boxanswerer.h"
+#include "support/workbench.h"
 
 #include "console/consoleform.h"
 #include "link/serialline.h"

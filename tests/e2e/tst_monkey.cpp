@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Anything can run inside a wait: a seeded monkey presses buttons, turns pages, types, opens the console and sends frames
 // while handlers wait; and the program may end there.
-#include "tests/support/boxanswerer.h"
-#include "tests/support/monkey.h"
-#include "tests/support/workbench.h"
+#include "support/boxanswerer.h"
+#include "support/monkey.h"
+#include "support/workbench.h"
 
 #include "link/serialline.h"
 #include "protocol/frame.h"

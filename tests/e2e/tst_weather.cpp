@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Bad weather on the line: noise, losses, stalls, hang-ups, refused ports, frames cut short. The window lives through it
 // and shows the next good frame.
-#include "tests/support/boxanswerer.h"
-#include "tests/support/workbench.h"
+#include "support/boxanswerer.h"
+#include "support/workbench.h"
 
 #include "console/consoleform.h"
 #include "link/commandchannel.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Frame extraction: every consequence of its rules to the byte, and equality with a literal model on random streams.
 #include "protocol/frame.h"
-#include "tests/protocol/literalextraction.h"
+#include "support/literalextraction.h"
 
 #include <QTest>
 

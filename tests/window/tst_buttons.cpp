@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Every button sends its command line, to the byte; inputs are checked where they are to be.
-#include "tests/support/boxanswerer.h"
-#include "tests/support/workbench.h"
+#include "support/boxanswerer.h"
+#include "support/workbench.h"
 
 #include "link/commandchannel.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The form and its slots fit each other; everything fits the window.
-#include "tests/support/workbench.h"
+#include "support/workbench.h"
 
 #include <QAbstractButton>
 #include <QComboBox>

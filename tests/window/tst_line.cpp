@@ -3,8 +3,8 @@
 #include "app/messagebox.h"
 #include "link/commandchannel.h"
 #include "link/serialline.h"
-#include "tests/support/boxanswerer.h"
-#include "tests/support/workbench.h"
+#include "support/boxanswerer.h"
+#include "support/workbench.h"
 
 #include <QElapsedTimer>
 #include <QAction>

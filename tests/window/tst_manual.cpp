@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The manual and the window fit each other: comments in the manual name the page that a chapter describes
 // ("page: tabWidgetPage1") and the controls that a line explains ("controls: comboBox_memu_1 label_MBIST_*").
-#include "tests/support/workbench.h"
+#include "support/workbench.h"
 
 #include <QAbstractButton>
 #include <QAbstractSpinBox>

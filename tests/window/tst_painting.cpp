@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Frames on the line to what the window shows: through port, extraction, dispatch and decoder.
-#include "tests/support/boxanswerer.h"
-#include "tests/support/workbench.h"
+#include "support/boxanswerer.h"
+#include "support/workbench.h"
 
 #include "app/display.h"
 #include "app/textview.h"

@@ -3,8 +3,8 @@
 #include "app/startup.h"
 #include "link/serialline.h"
 #include "link/serialports.h"
-#include "tests/support/boxanswerer.h"
-#include "tests/support/workbench.h"
+#include "support/boxanswerer.h"
+#include "support/workbench.h"
 
 #include <QAction>
 #include <QStatusBar>

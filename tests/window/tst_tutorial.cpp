@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The tutorial's script against the window: what it presses, types into and frames is there, on the page that it opened.
 #include "demo/tutorialscript.h"
-#include "tests/support/workbench.h"
+#include "support/workbench.h"
 
 #include <QComboBox>
 #include <QPushButton>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Waits over time that does not go its even way. The clock is fuzz/swiftclock.cpp's: sleeping moves it on at once.
+// Waits over time that does not go its even way. The clock is support/fakeclock.cpp's: sleeping moves it on at once.
 #include "link/commandchannel.h"
 
 #include <QElapsedTimer>

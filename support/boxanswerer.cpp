@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/boxanswerer.h"
+#include "support/boxanswerer.h"
 
 #include <QAbstractButton>
 #include <QApplication>

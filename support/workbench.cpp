@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/workbench.h"
+#include "support/workbench.h"
 
 #include "link/serialline.h"
 #include "link/serialports.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/rawline.h"
+#include "support/rawline.h"
 
 #include <QSocketNotifier>
 

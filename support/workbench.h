@@ -4,7 +4,7 @@
 
 #include "app/mainwindow.h"
 #include "simulator/virtualboard.h"
-#include "tests/support/rawline.h"
+#include "support/rawline.h"
 
 #include <QLabel>
 #include <QLineEdit>

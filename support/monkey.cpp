@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/monkey.h"
+#include "support/monkey.h"
 
 #include "console/consoleform.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "demo/boardprocess.h"
+#include "support/boardprocess.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
