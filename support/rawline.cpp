@@ -6,8 +6,15 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <stdlib.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
+
+namespace {
+
+constexpr int kDeliveryMs = 100; // a program that reads at once leaves nothing to wait for
+
+} // namespace
 
 RawLine::RawLine() : m_master(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC))
 {
@@ -42,6 +49,20 @@ void RawLine::write(const QByteArray &bytes)
     }
 }
 
+void RawLine::deliver(const QByteArray &bytes)
+{
+    write(bytes);
+    // The terminal passes bytes on in its own time.
+    pollfd there = {m_slave, POLLIN, 0};
+    poll(&there, 1, kDeliveryMs);
+}
+
+bool RawLine::isTaken() const
+{
+    int bytes = 0;
+    return ioctl(m_slave, FIONREAD, &bytes) == 0 && bytes == 0;
+}
+
 void RawLine::hangUp()
 {
     m_notifier.reset();
@@ -55,6 +76,8 @@ void RawLine::hangUp()
 void RawLine::readAvailable()
 {
     char buffer[4096];
-    for (ssize_t count; (count = ::read(m_master, buffer, sizeof buffer)) > 0;)
+    for (ssize_t count; (count = ::read(m_master, buffer, sizeof buffer)) > 0;) {
         m_received.append(buffer, static_cast<int>(count));
+        emit arrived(QByteArray(buffer, static_cast<int>(count)));
+    }
 }

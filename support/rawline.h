@@ -22,11 +22,18 @@ public:
     QString tty() const { return m_tty; }
     /// Sends bytes to the program, all of them.
     void write(const QByteArray &bytes);
+    /// The same, and waits until they lie at the program's end.
+    void deliver(const QByteArray &bytes);
+    /// The program has read all that was sent.
+    bool isTaken() const;
     /// What the program has sent since the last clear().
     const QByteArray &received() const { return m_received; }
     void clear() { m_received.clear(); }
     /// The board goes away: the program's end reports errors from now on.
     void hangUp();
+
+signals:
+    void arrived(const QByteArray &bytes);
 
 private:
     void readAvailable();

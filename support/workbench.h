@@ -4,6 +4,7 @@
 
 #include "app/mainwindow.h"
 #include "simulator/virtualboard.h"
+#include "support/cuttingproxy.h"
 #include "support/rawline.h"
 
 #include <QLabel>
@@ -66,13 +67,17 @@ class Workbench : public Bench
     Q_OBJECT
 
 public:
-    explicit Workbench(const VirtualBoard::Options &options = {});
+    enum class Wire { Direct, Cutting };
+    explicit Workbench(const VirtualBoard::Options &options = {}, Wire wire = Wire::Direct);
 
     VirtualBoard &virtualBoard() { return *m_board; }
     Board &board() { return m_board->board(); }
+    /// Between board and window, where the wire is a cutting one.
+    CuttingProxy &proxy() { return *m_proxy; }
     /// Command lines that the board carried out since the last clear.
     QStringList commands;
 
 private:
     std::unique_ptr<VirtualBoard> m_board;
+    std::unique_ptr<CuttingProxy> m_proxy;
 };
