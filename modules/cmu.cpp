@@ -147,14 +147,14 @@ void showViolation(QLabel *label, const QString &text)
 
 void MainWindow::on_pushButton_CMU_update_clicked()
 {
-    sendCommand(QString::fromLatin1(cmu::kGetClock));
+    sendCommand(cmu::kGetClock);
     blockdelay(100);
-    sendCommand(QString::fromLatin1(cmu::kGetMonitors));
+    sendCommand(cmu::kGetMonitors);
 }
 
 void MainWindow::on_pushButton_cmustatus_get_clicked()
 {
-    sendCommand(QString::fromLatin1(cmu::kGetClock));
+    sendCommand(cmu::kGetClock);
 }
 
 void MainWindow::switchMonitor(int monitor, bool on)
@@ -244,17 +244,17 @@ void MainWindow::modifycmuFreq(int index)
 
 void MainWindow::on_pushButton_cmuDefault_clicked()
 {
-    sendCommand(QString::fromLatin1(cmu::kDefault));
+    sendCommand(cmu::kDefault);
 }
 
 void MainWindow::on_pushButton_cmu_faultrecord_get_clicked()
 {
-    sendCommand(QString::fromLatin1(cmu::kReadFaults));
+    sendCommand(cmu::kReadFaults);
 }
 
 void MainWindow::on_pushButton_cmu_faultstatus_clear_clicked()
 {
-    sendCommand(QString::fromLatin1(cmu::kClearFaults));
+    sendCommand(cmu::kClearFaults);
     ui->textEdit_cmuFaultRecord->clear();
 }
 

@@ -32,21 +32,14 @@ void MainWindow::CRCDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
     if (type != crc::ResultReport)
         return;
     const crc::Result result = crc::decodeResult(payload);
-    const QString value = crc::valueText(result.value, ui->comboBox_CRC_polynomial->currentIndex());
-    const QString time = QStringLiteral("Calculate Time:") + QString::number(static_cast<double>(result.time), 'f', 6);
-    m_crcLog << QStringList{QStringLiteral("\r\nCRC calculate condition:\r\nCalculate Polynomials: ")
-                                + ui->comboBox_CRC_polynomial->currentText(),
-                            QStringLiteral("Calculate Instance: ") + ui->comboBox_CRC_instance->currentText(),
-                            QStringLiteral("Calculate Channel: ") + ui->comboBox_CRC_channel->currentText(),
-                            QStringLiteral("CRC calculate data size: %1 \r\nData:\r\n").arg(result.size)
-                                + crc::dataText(result.data),
-                            QStringLiteral("Calculate Result:") + value,
-                            time}
-                    .join(QLatin1Char('\n'));
+    const crc::Condition condition = {
+        ui->comboBox_CRC_polynomial->currentIndex(), ui->comboBox_CRC_polynomial->currentText(),
+        ui->comboBox_CRC_instance->currentText(), ui->comboBox_CRC_channel->currentText()};
+    m_crcLog << crc::describe(result, condition).join(QLatin1Char('\n'));
     display::later(ui->textBrowser_CRC_calData,
                    [this] { textview::append(*ui->textBrowser_CRC_calData, std::exchange(m_crcLog, {})); });
-    display::text(ui->textBrowser_CRC_calResult, value);
-    display::text(ui->lineEdit_CRC_calTime, time);
+    display::text(ui->textBrowser_CRC_calResult, crc::valueText(result.value, condition.polynomial));
+    display::text(ui->lineEdit_CRC_calTime, crc::timeText(result.time));
     display::text(ui->label_CRC_status, QStringLiteral("Successful"));
     indicator::paint(ui->label_CRC_status, indicator::kGreen);
 }

@@ -16,9 +16,9 @@ namespace {
 
 constexpr int kIdleAfterMs = 1200;
 
-void send(const char *command, const QString &text = QString())
+void send(QLatin1String command, const QString &text = QString())
 {
-    sendCommand(QString::fromLatin1(command) + text);
+    sendCommand(command + text);
 }
 
 // Tells what the length must be where it is not.

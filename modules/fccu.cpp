@@ -10,6 +10,8 @@
 
 #include <QTimer>
 
+#include <utility>
+
 namespace fccu = protocol::fccu;
 
 namespace {
@@ -28,34 +30,6 @@ constexpr StateRow stateRows[] = {
     {fccu::Alarm, "ALARM", "background-color: rgb(255, 255, 00);"},
     {fccu::Fault, "FAULT", "background-color: rgb(255,0,0)"},
 };
-
-// How a fault is logged and recorded. The log's wording differs for identifiers without a place in the table.
-struct FaultWords {
-    QString log;
-    QString source; // as recorded, which is what the selection of the new record leaves on the panel
-    QString description;
-};
-
-FaultWords wordsOf(quint8 id)
-{
-    if (id <= fccu::kLastListed) {
-        const fccu::FaultText text = fccu::faultText(id);
-        return {QStringLiteral(u"Source Module： ") + text.source + QStringLiteral(u"\nFault Description：")
-                    + text.description + QStringLiteral("\n\n"),
-                text.source, text.description};
-    }
-    if (id == fccu::kMultipleSources) {
-        return {QStringLiteral(u"Source Module： Multi source\nFault Description： Multiple error reset\n\r\n"),
-                QStringLiteral("Multi source"), QStringLiteral("Multiple error reset")};
-    }
-    return {QStringLiteral(u"Source Module： Invalid source ID\nFault Description： Invalid\n\r\n"),
-            QStringLiteral("Invalid Source ID"), QStringLiteral("Invalid")};
-}
-
-QString faultTitle(quint8 id)
-{
-    return QStringLiteral("Fault ID %1").arg(id);
-}
 
 QString timeText(float time)
 {
@@ -105,12 +79,12 @@ void MainWindow::showFccuState(uint8_t state)
 void MainWindow::showFault(const QByteArray &payload)
 {
     const fccu::FaultEvent event = fccu::decodeFault(payload);
-    const FaultWords words = wordsOf(event.id);
-    m_fccu.log.append(faultTitle(event.id) + QLatin1Char('\n') + words.log);
+    m_fccu.log.append(fccu::describe(event).join(QLatin1Char('\n')));
     display::later(ui->textBrowser_fccurecord,
                    [this] { textview::append(*ui->textBrowser_fccurecord, std::exchange(m_fccu.log, {})); });
 
-    m_fccu.fccuHistory.push_back({event.id, event.time, words.source, words.description});
-    ui->comboBox_FaultID->addItem(faultTitle(event.id));
+    const fccu::FaultText text = fccu::recordedText(event.id);
+    m_fccu.fccuHistory.push_back({event.id, event.time, text.source, text.description});
+    ui->comboBox_FaultID->addItem(fccu::titleOf(event.id));
     ui->comboBox_FaultID->setCurrentIndex(ui->comboBox_FaultID->count() - 1);
 }

@@ -60,13 +60,13 @@ void showStatus(const Form &form, const std::vector<intcm::Channel> &channels)
 } // namespace
 
 // clang-format off
-void MainWindow::on_pushButton_intcm_update_clicked() { sendCommand(QString::fromLatin1(intcm::kGetStatus)); }
-void MainWindow::on_pushButton_intcm_edfault_clicked() { sendCommand(QString::fromLatin1(intcm::kDefault)); }
+void MainWindow::on_pushButton_intcm_update_clicked() { sendCommand(intcm::kGetStatus); }
+void MainWindow::on_pushButton_intcm_edfault_clicked() { sendCommand(intcm::kDefault); }
 void MainWindow::on_pushButton_intcm_inject_k4_clicked() { sendCommand(intcm::injectCommand(0)); }
 void MainWindow::on_pushButton_intcm_inject_k70_clicked() { sendCommand(intcm::injectCommand(1)); }
 void MainWindow::on_pushButton_intcm_inject_k71_clicked() { sendCommand(intcm::injectCommand(2)); }
-void MainWindow::on_pushButton_intcm_faultrecord_get_clicked() { sendCommand(QString::fromLatin1(intcm::kReadFaults)); }
-void MainWindow::on_pushButton_intcm_faultstatus_clear_clicked() { sendCommand(QString::fromLatin1(intcm::kClearFaults)); }
+void MainWindow::on_pushButton_intcm_faultrecord_get_clicked() { sendCommand(intcm::kReadFaults); }
+void MainWindow::on_pushButton_intcm_faultstatus_clear_clicked() { sendCommand(intcm::kClearFaults); }
 // clang-format on
 
 void MainWindow::on_pushButton_INTCM_close_clicked()
@@ -80,7 +80,7 @@ void MainWindow::on_pushButton_intcm_config_clicked()
                                         ui->comboBox_intcm_index->currentIndex(), ui->lineEdit_intcm1->text(),
                                         ui->lineEdit_intcm1_2->text()));
     delayMs(200);
-    sendCommand(QString::fromLatin1(intcm::kGetStatus));
+    sendCommand(intcm::kGetStatus);
 }
 
 void MainWindow::INTCMDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)

@@ -43,19 +43,19 @@ void MainWindow::on_pushButton_memu_inject_3_clicked()
 
 void MainWindow::on_pushButton_memu_inject_5_clicked()
 {
-    sendCommand(QString::fromLatin1(memu::kInjectCache));
+    sendCommand(memu::kInjectCache);
 }
 
 void MainWindow::on_pushButton_memu_faultrecord_get_clicked()
 {
-    sendCommand(QString::fromLatin1(memu::kReadFaults));
+    sendCommand(memu::kReadFaults);
 }
 
 void MainWindow::on_pushButton_memu_faultstatus_clear_clicked()
 {
-    sendCommand(QString::fromLatin1(memu::kClearFaults));
+    sendCommand(memu::kClearFaults);
     delayMs(100);
-    sendCommand(QString::fromLatin1(memu::kClearStatus));
+    sendCommand(memu::kClearStatus);
 }
 
 void MainWindow::MEMUDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)

@@ -49,15 +49,15 @@ void showSelfTest(Form &form, const pmc::SelfTest &test)
 } // namespace
 
 // clang-format off
-void MainWindow::on_pushButton_PMC_getstatus_clicked() { sendCommand(QString::fromLatin1(pmc::kGetStatus)); }
-void MainWindow::on_pushButton_PMC_dafault_clicked() { sendCommand(QString::fromLatin1(pmc::kDefault)); }
-void MainWindow::on_pushButton_PMC_allSTest_clicked() { sendCommand(QString::fromLatin1(pmc::kAllSelfTests)); }
+void MainWindow::on_pushButton_PMC_getstatus_clicked() { sendCommand(pmc::kGetStatus); }
+void MainWindow::on_pushButton_PMC_dafault_clicked() { sendCommand(pmc::kDefault); }
+void MainWindow::on_pushButton_PMC_allSTest_clicked() { sendCommand(pmc::kAllSelfTests); }
 void MainWindow::on_pushButton_PMC_FI_TempSensor_clicked() { sendCommand(pmc::injectCommand(1)); }
 void MainWindow::on_pushButton_PMC_FI_HVD_clicked() { sendCommand(pmc::injectCommand(2)); }
 void MainWindow::on_pushButton_PMC_FI_LVD_clicked() { sendCommand(pmc::injectCommand(3)); }
 void MainWindow::on_pushButton_PMC_FI_LVDSelfTest_clicked() { sendCommand(pmc::injectCommand(4)); }
-void MainWindow::on_pushButton_PMC_GetFault_clicked() { sendCommand(QString::fromLatin1(pmc::kReadFaults)); }
-void MainWindow::on_pushButton_PMC_ClearFault_clicked() { sendCommand(QString::fromLatin1(pmc::kClearFaults)); }
+void MainWindow::on_pushButton_PMC_GetFault_clicked() { sendCommand(pmc::kReadFaults); }
+void MainWindow::on_pushButton_PMC_ClearFault_clicked() { sendCommand(pmc::kClearFaults); }
 void MainWindow::on_pushButton_PMC_PLLLVD_selftest_clicked() { sendCommand(pmc::selfTestCommand(pmc::PllLvd)); }
 void MainWindow::on_pushButton_PMC_CORELVD_stest_clicked() { sendCommand(pmc::selfTestCommand(pmc::CoreLvd)); }
 void MainWindow::on_pushButton_PMC_CORELVD_stest_2_clicked() { sendCommand(pmc::selfTestCommand(pmc::CoreHvd)); }

@@ -24,12 +24,12 @@ void showLock(QLabel *label, QCheckBox *box, bool locked)
 
 void MainWindow::on_pushButton_regUpdate_clicked()
 {
-    sendCommand(QString::fromLatin1(regp::kGetStatus));
+    sendCommand(regp::kGetStatus);
 }
 
 void MainWindow::on_pushButton_reg_softlockoff_clicked()
 {
-    sendCommand(QString::fromLatin1(regp::kSoftLockOff));
+    sendCommand(regp::kSoftLockOff);
 }
 
 // Only a destructive reset takes the hard lock off.

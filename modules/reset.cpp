@@ -7,7 +7,7 @@
 #include "app/mainwindow.h"
 #include "app/textview.h"
 #include "link/commandchannel.h"
-#include "protocol/faulttable.h"
+#include "protocol/cmu.h"
 #include "ui_mainwindow.h"
 
 namespace reset = protocol::reset;
@@ -16,34 +16,6 @@ namespace {
 
 // A board that restarts without end starts a refresh inside the waits of the one before; more than this show nothing.
 constexpr int kMostRefreshes = 8;
-
-QStringList sourcesOf(const reset::Reasons &report)
-{
-    QStringList lines;
-    for (int flag = 0; flag < reset::kSourceFlagCount; ++flag) {
-        if (!report.sources.testBit(flag))
-            continue;
-        const int fault = reset::faultOfFlag(flag);
-        lines.append(QStringLiteral("Reset Source: ") + protocol::fccu::sourceText(fault));
-        lines.append(QStringLiteral("Fault Description: ") + protocol::fccu::descriptionText(fault)
-                     + QStringLiteral("\r\n"));
-    }
-    return lines;
-}
-
-QStringList describe(const reset::Reasons &report)
-{
-    QStringList lines;
-    for (int flag = 0; flag < reset::kReasonCount; ++flag) {
-        if (!report.reasons.testBit(flag))
-            continue;
-        lines.append(reset::reasonText(flag));
-        lines.append(QString(56, QLatin1Char('-')));
-        if (flag == reset::kFccuShort || flag == reset::kFccuLong)
-            lines.append(sourcesOf(report));
-    }
-    return lines;
-}
 
 } // namespace
 
@@ -54,7 +26,7 @@ void MainWindow::RESETDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload
         m_reset.resetReasonBits = report.reasons;
         m_reset.resetSourceBits = report.sources;
         m_reset.destructiveResetSeen = m_reset.destructiveResetSeen || report.isDestructive();
-        textview::show(ui->textBrowser_ResetSource, describe(report));
+        textview::show(ui->textBrowser_ResetSource, reset::describe(report));
     } else if (type == reset::EscalationReport) {
         showEscalation(payload);
     }
@@ -67,9 +39,9 @@ void MainWindow::resetUpdate()
     ++m_reset.refreshes;
     const display::Pause pause;
     ui->textBrowser_fccurecord->clear();
-    sendCommand(QStringLiteral("get 3"));
+    sendCommand(protocol::cmu::kGetClock);
     delayMs(20);
-    sendCommand(QStringLiteral("get 4"));
+    sendCommand(protocol::cmu::kGetMonitors);
     delayMs(40);
     if (m_reset.destructiveResetSeen) {
         PMC_Status_Reset();

@@ -94,18 +94,18 @@ void showRegion(const Form &form, const smpu::Region &region)
 } // namespace
 
 // clang-format off
-void MainWindow::on_pushButton_smpuUpdate_clicked() { sendCommand(QString::fromLatin1(smpu::kGetRegions)); }
-void MainWindow::on_pushButton_smpuDefault_clicked() { sendCommand(QString::fromLatin1(smpu::kDefault)); }
-void MainWindow::on_pushButton_smpuALLon_clicked() { sendCommand(QString::fromLatin1(smpu::kAllOn)); }
-void MainWindow::on_pushButton_smpuALLoff_clicked() { sendCommand(QString::fromLatin1(smpu::kAllOff)); }
+void MainWindow::on_pushButton_smpuUpdate_clicked() { sendCommand(smpu::kGetRegions); }
+void MainWindow::on_pushButton_smpuDefault_clicked() { sendCommand(smpu::kDefault); }
+void MainWindow::on_pushButton_smpuALLon_clicked() { sendCommand(smpu::kAllOn); }
+void MainWindow::on_pushButton_smpuALLoff_clicked() { sendCommand(smpu::kAllOff); }
 void MainWindow::on_pushButton_smpu_fault1_clicked() { sendCommand(smpu::injectCommand(1)); }
 void MainWindow::on_pushButton_smpu_fault2_clicked() { sendCommand(smpu::injectCommand(2)); }
 void MainWindow::on_pushButton_smpu_fault3_clicked() { sendCommand(smpu::injectCommand(3)); }
 void MainWindow::on_pushButton_smpu_fault4_clicked() { sendCommand(smpu::injectCommand(4)); }
 void MainWindow::on_pushButton_smpu_fault5_clicked() { sendCommand(smpu::injectCommand(5)); }
 void MainWindow::on_pushButton_smpu_fault6_clicked() { sendCommand(smpu::injectCommand(6)); }
-void MainWindow::on_pushButton_smpu_faultrecord_get_clicked() { sendCommand(QString::fromLatin1(smpu::kReadFaults)); }
-void MainWindow::on_pushButton_smpu_faultstatus_clear_clicked() { sendCommand(QString::fromLatin1(smpu::kClearFaults)); }
+void MainWindow::on_pushButton_smpu_faultrecord_get_clicked() { sendCommand(smpu::kReadFaults); }
+void MainWindow::on_pushButton_smpu_faultstatus_clear_clicked() { sendCommand(smpu::kClearFaults); }
 // clang-format on
 
 void MainWindow::SMPUDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)

@@ -11,10 +11,10 @@
 namespace spt = protocol::spt;
 
 // clang-format off
-void MainWindow::on_pushButton_spt_oram_clicked() { sendCommand(QString::fromLatin1(spt::kInjectOram)); }
-void MainWindow::on_pushButton_spt_tram_clicked() { sendCommand(QString::fromLatin1(spt::kInjectTram)); }
-void MainWindow::on_pushButton_spt_faultrecord_get_clicked() { sendCommand(QString::fromLatin1(spt::kReadFaults)); }
-void MainWindow::on_pushButton_spt_faultstatus_clear_clicked() { sendCommand(QString::fromLatin1(spt::kClearFaults)); }
+void MainWindow::on_pushButton_spt_oram_clicked() { sendCommand(spt::kInjectOram); }
+void MainWindow::on_pushButton_spt_tram_clicked() { sendCommand(spt::kInjectTram); }
+void MainWindow::on_pushButton_spt_faultrecord_get_clicked() { sendCommand(spt::kReadFaults); }
+void MainWindow::on_pushButton_spt_faultstatus_clear_clicked() { sendCommand(spt::kClearFaults); }
 // clang-format on
 
 void MainWindow::SPTDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)

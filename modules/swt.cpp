@@ -63,12 +63,12 @@ void MainWindow::switchWatchdog(int watchdog, bool on)
 void MainWindow::on_groupBox_swt0_clicked(bool checked) { switchWatchdog(0, checked); }
 void MainWindow::on_groupBox_swt0_2_clicked(bool checked) { switchWatchdog(1, checked); }
 void MainWindow::on_groupBox_swt0_3_clicked(bool checked) { switchWatchdog(2, checked); }
-void MainWindow::on_pushButton_swt_Default_clicked() { sendCommand(QString::fromLatin1(swt::kDefault)); }
+void MainWindow::on_pushButton_swt_Default_clicked() { sendCommand(swt::kDefault); }
 void MainWindow::on_pushButton_swt_Update_clicked() {} // asks for nothing, and is to stay so
 void MainWindow::on_pushButton_swt_allOn_clicked() { sendCommand(swt::switchCommand(swt::kAll, true)); }
 void MainWindow::on_pushButton_swt_allOff_clicked() { sendCommand(swt::switchCommand(swt::kAll, false)); }
-void MainWindow::on_pushButton_swt_timeout_2_clicked() { sendCommand(QString::fromLatin1(swt::kInjectTimeout)); }
-void MainWindow::on_pushButton_swt_Invalidacess_2_clicked() { sendCommand(QString::fromLatin1(swt::kInjectAccess)); }
+void MainWindow::on_pushButton_swt_timeout_2_clicked() { sendCommand(swt::kInjectTimeout); }
+void MainWindow::on_pushButton_swt_Invalidacess_2_clicked() { sendCommand(swt::kInjectAccess); }
 // clang-format on
 
 void MainWindow::on_pushButton_swt_commandset_clicked()

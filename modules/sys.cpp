@@ -20,18 +20,18 @@ constexpr int kRefreshDelayMs = 300;
 
 void MainWindow::D_Reset()
 {
-    sendCommand(QString::fromLatin1(sys::kDestructiveReset));
+    sendCommand(sys::kDestructiveReset);
 }
 
 void MainWindow::F_Reset()
 {
-    sendCommand(QString::fromLatin1(sys::kFunctionalReset));
+    sendCommand(sys::kFunctionalReset);
 }
 
 void MainWindow::Get_Status()
 {
-    for (const char *command : sys::kStatusPoll) {
-        sendCommand(QString::fromLatin1(command));
+    for (const QLatin1String command : sys::kStatusPoll) {
+        sendCommand(command);
         delayMs(kPollGapMs);
     }
 }

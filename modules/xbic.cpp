@@ -58,10 +58,10 @@ void MainWindow::injectCrossbarFault(int checker)
 }
 
 // clang-format off
-void MainWindow::on_pushButton_xbicUpdate_clicked() { sendCommand(QString::fromLatin1(xbic::kGetEnables)); }
-void MainWindow::on_pushButton_xbicDefault_clicked() { sendCommand(QString::fromLatin1(xbic::kDefault)); }
-void MainWindow::on_pushButton_xbic_faultrecord_get_clicked() { sendCommand(QString::fromLatin1(xbic::kReadFaults)); }
-void MainWindow::on_pushButton_xbic_faultstatus_clear_clicked() { sendCommand(QString::fromLatin1(xbic::kClearFaults)); }
+void MainWindow::on_pushButton_xbicUpdate_clicked() { sendCommand(xbic::kGetEnables); }
+void MainWindow::on_pushButton_xbicDefault_clicked() { sendCommand(xbic::kDefault); }
+void MainWindow::on_pushButton_xbic_faultrecord_get_clicked() { sendCommand(xbic::kReadFaults); }
+void MainWindow::on_pushButton_xbic_faultstatus_clear_clicked() { sendCommand(xbic::kClearFaults); }
 void MainWindow::on_groupBox_XBIC0_clicked(bool checked) { sendCommand(xbic::enableCommand(0, checked)); }
 void MainWindow::on_groupBox_XBIC1_clicked(bool checked) { sendCommand(xbic::enableCommand(1, checked)); }
 void MainWindow::on_groupBox_XBIC2_clicked(bool checked) { sendCommand(xbic::enableCommand(2, checked)); }

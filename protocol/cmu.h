@@ -73,10 +73,10 @@ QString enableCommand(int monitor, bool on);
 QString limitCommand(const QString &selected, int upper, int lower);
 /// "inject 5 1"
 QString injectCommand(int fault);
-inline constexpr char kGetClock[] = "get 3";
-inline constexpr char kGetMonitors[] = "get 4";
-inline constexpr char kDefault[] = "cmu 15";
-inline constexpr char kReadFaults[] = "cmu 16";
-inline constexpr char kClearFaults[] = "cmu 17";
+inline constexpr QLatin1String kGetClock("get 3");
+inline constexpr QLatin1String kGetMonitors("get 4");
+inline constexpr QLatin1String kDefault("cmu 15");
+inline constexpr QLatin1String kReadFaults("cmu 16");
+inline constexpr QLatin1String kClearFaults("cmu 17");
 
 } // namespace protocol::cmu

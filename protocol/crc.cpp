@@ -46,6 +46,21 @@ QString dataText(const QByteArray &data)
     return QString::fromLatin1(text);
 }
 
+QString timeText(float microseconds)
+{
+    return QStringLiteral("Calculate Time:") + QString::number(static_cast<double>(microseconds), 'f', 6);
+}
+
+QStringList describe(const Result &result, const Condition &condition)
+{
+    return {QStringLiteral("\r\nCRC calculate condition:\r\nCalculate Polynomials: ") + condition.polynomialName,
+            QStringLiteral("Calculate Instance: ") + condition.instance,
+            QStringLiteral("Calculate Channel: ") + condition.channel,
+            QStringLiteral("CRC calculate data size: %1 \r\nData:\r\n").arg(result.size) + dataText(result.data),
+            QStringLiteral("Calculate Result:") + valueText(result.value, condition.polynomial),
+            timeText(result.time)};
+}
+
 QString command(int polynomial, int instance, int channel)
 {
     return QStringLiteral("crc %1 %2 %3").arg(polynomial + 1).arg(instance).arg(channel);

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 namespace protocol::crc {
 
@@ -28,6 +29,19 @@ Result decodeResult(const QByteArray &payload);
 QString valueText(quint32 value, int polynomial);
 /// The data bytes as the log lists them, in one run.
 QString dataText(const QByteArray &data);
+
+/// "Calculate Time:1.500000"
+QString timeText(float microseconds);
+
+/// What was asked for, as far as the result does not say: a selected polynomial and the texts of the selections.
+struct Condition {
+    int polynomial = Crc32Itu;
+    QString polynomialName;
+    QString instance;
+    QString channel;
+};
+/// Paragraphs of a result in the log.
+QStringList describe(const Result &result, const Condition &condition);
 
 /// "crc 3 1 1": the polynomial counted from 1, instance and channel from 0.
 QString command(int polynomial, int instance, int channel);

@@ -55,15 +55,15 @@ QString errorText(quint8 code);
 inline constexpr int kBlockDigits = 32;
 
 /// Commands; texts as typed.
-inline constexpr char kLoadKeys[] = "cse 1";
-inline constexpr char kEncryptEcb[] = "cse 2 1 ";
-inline constexpr char kEncryptCbc[] = "cse 2 2 ";
-inline constexpr char kDecryptEcb[] = "cse 3 1 ";
-inline constexpr char kDecryptCbc[] = "cse 3 2 ";
-inline constexpr char kGenerateCmac[] = "cse 4 ";
-inline constexpr char kVerifyCmac[] = "cse 5 ";
-inline constexpr char kPseudoRandom[] = "cse 6 1";
-inline constexpr char kTrueRandom[] = "cse 6 2";
-inline constexpr char kExtendSeed[] = "cse 7 ";
+inline constexpr QLatin1String kLoadKeys("cse 1");
+inline constexpr QLatin1String kEncryptEcb("cse 2 1 ");
+inline constexpr QLatin1String kEncryptCbc("cse 2 2 ");
+inline constexpr QLatin1String kDecryptEcb("cse 3 1 ");
+inline constexpr QLatin1String kDecryptCbc("cse 3 2 ");
+inline constexpr QLatin1String kGenerateCmac("cse 4 ");
+inline constexpr QLatin1String kVerifyCmac("cse 5 ");
+inline constexpr QLatin1String kPseudoRandom("cse 6 1");
+inline constexpr QLatin1String kTrueRandom("cse 6 2");
+inline constexpr QLatin1String kExtendSeed("cse 7 ");
 
 } // namespace protocol::cse

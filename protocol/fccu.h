@@ -5,6 +5,8 @@
 #include "protocol/faulttable.h"
 
 #include <QByteArray>
+#include <QString>
+#include <QStringList>
 
 namespace protocol::fccu {
 
@@ -27,5 +29,13 @@ struct FaultEvent {
 quint8 decodeState(const QByteArray &payload);
 /// Byte 0 fault source, 1-4 time (float, most significant byte first).
 FaultEvent decodeFault(const QByteArray &payload);
+
+/// "Fault ID 28"
+QString titleOf(quint8 id);
+/// What a history keeps of a fault: the table's texts, or fixed ones for several sources and for identifiers without a
+/// place in the table. The log words the latter differently.
+FaultText recordedText(quint8 id);
+/// Paragraphs of a fault in the log.
+QStringList describe(const FaultEvent &event);
 
 } // namespace protocol::fccu

@@ -45,9 +45,9 @@ QString configureCommand(const QString &mode, int core, int index, const QString
 QString closeCommand(int core, int index);
 /// "inject 8 2" for core 1
 QString injectCommand(int core);
-inline constexpr char kGetStatus[] = "get 7";
-inline constexpr char kDefault[] = "intcm 1";
-inline constexpr char kReadFaults[] = "intcm 2";
-inline constexpr char kClearFaults[] = "intcm 3";
+inline constexpr QLatin1String kGetStatus("get 7");
+inline constexpr QLatin1String kDefault("intcm 1");
+inline constexpr QLatin1String kReadFaults("intcm 2");
+inline constexpr QLatin1String kClearFaults("intcm 3");
 
 } // namespace protocol::intcm

@@ -40,9 +40,9 @@ QStringList describe(const std::vector<Fault> &faults);
 enum class Memory { Flash = 0, Pram = 1, Sram = 2 };
 /// "inject 9 1 100" to "inject 9 6 100 55"; `arguments` as typed.
 QString injectCommand(Memory memory, bool doubleBit, const QString &arguments);
-inline constexpr char kInjectCache[] = "inject 9 7";
-inline constexpr char kReadFaults[] = "memu 1";
-inline constexpr char kClearFaults[] = "memu 2";
-inline constexpr char kClearStatus[] = "memu 3";
+inline constexpr QLatin1String kInjectCache("inject 9 7");
+inline constexpr QLatin1String kReadFaults("memu 1");
+inline constexpr QLatin1String kClearFaults("memu 2");
+inline constexpr QLatin1String kClearStatus("memu 3");
 
 } // namespace protocol::memu

@@ -57,11 +57,11 @@ QStringList describe(const FaultRecord &record);
 /// "pmc 2 7", "pmc 3 7" and "pmc 4 7"
 QString selfTestCommand(Detector detector);
 QString switchCommand(Detector detector, bool on);
-inline constexpr char kGetStatus[] = "get 6";
-inline constexpr char kAllSelfTests[] = "pmc 1";
-inline constexpr char kDefault[] = "pmc 5";
-inline constexpr char kReadFaults[] = "pmc 6";
-inline constexpr char kClearFaults[] = "pmc 7";
+inline constexpr QLatin1String kGetStatus("get 6");
+inline constexpr QLatin1String kAllSelfTests("pmc 1");
+inline constexpr QLatin1String kDefault("pmc 5");
+inline constexpr QLatin1String kReadFaults("pmc 6");
+inline constexpr QLatin1String kClearFaults("pmc 7");
 /// "inject 4 1"; 1 temperature sensor, 2 HVD, 3 LVD, 4 LVD self-test
 QString injectCommand(int fault);
 

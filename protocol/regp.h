@@ -26,7 +26,7 @@ Status decodeStatus(const QByteArray &payload);
 enum class Write { SoftLockByMirror = 2, SoftLockByBit = 3, HardLock = 4, Data = 5 };
 /// "regP 5 1234"; the value as typed
 QString writeCommand(Write write, const QString &value);
-inline constexpr char kGetStatus[] = "get 8";
-inline constexpr char kSoftLockOff[] = "regP 1";
+inline constexpr QLatin1String kGetStatus("get 8");
+inline constexpr QLatin1String kSoftLockOff("regP 1");
 
 } // namespace protocol::regp

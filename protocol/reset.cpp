@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/reset.h"
 
+#include "protocol/faulttable.h"
 #include "protocol/payload.h"
 
 #include <array>
@@ -47,6 +48,19 @@ QBitArray flagsFrom(const PayloadReader &read, int at, int count)
     return flags;
 }
 
+QStringList sourcesOf(const Reasons &report)
+{
+    QStringList lines;
+    for (int flag = 0; flag < kSourceFlagCount; ++flag) {
+        if (!report.sources.testBit(flag))
+            continue;
+        const int fault = faultOfFlag(flag);
+        lines.append(QStringLiteral("Reset Source: ") + fccu::sourceText(fault));
+        lines.append(QStringLiteral("Fault Description: ") + fccu::descriptionText(fault) + QStringLiteral("\r\n"));
+    }
+    return lines;
+}
+
 } // namespace
 
 bool Reasons::isDestructive() const
@@ -74,6 +88,20 @@ QString reasonText(int flag)
 {
     const std::u16string_view text = reasonTexts.at(static_cast<std::size_t>(flag));
     return QString::fromUtf16(text.data(), static_cast<int>(text.size()));
+}
+
+QStringList describe(const Reasons &report)
+{
+    QStringList lines;
+    for (int flag = 0; flag < kReasonCount; ++flag) {
+        if (!report.reasons.testBit(flag))
+            continue;
+        lines.append(reasonText(flag));
+        lines.append(QString(56, QLatin1Char('-')));
+        if (flag == kFccuShort || flag == kFccuLong)
+            lines.append(sourcesOf(report));
+    }
+    return lines;
 }
 
 QString escalationCommand(Kind kind, Operation operation)

@@ -5,6 +5,7 @@
 #include <QBitArray>
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 namespace protocol::reset {
 
@@ -45,8 +46,13 @@ constexpr int faultOfFlag(int flag)
     return kSourceFlagCount - 1 - flag;
 }
 
+/// Paragraphs of a report: the reasons, and the fault sources behind those that come with some.
+QStringList describe(const Reasons &report);
+
 enum class Kind { Functional = 1, Destructive = 2 };
 enum class Operation { Toggle = 1, ClearCounter = 2 };
+/// Reset reasons and escalation thresholds.
+inline constexpr QLatin1String kGetReasons("get 9");
 /// "resetEsca 1 1"
 QString escalationCommand(Kind kind, Operation operation);
 /// "resetEsca 1 3 5"

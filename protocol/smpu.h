@@ -51,11 +51,11 @@ QStringList describe(const std::vector<Fault> &faults);
 
 /// "inject 6 1" to "inject 6 6"
 QString injectCommand(int fault);
-inline constexpr char kGetRegions[] = "get 5";
-inline constexpr char kAllOn[] = "smpu 1";
-inline constexpr char kAllOff[] = "smpu 2";
-inline constexpr char kDefault[] = "smpu 3";
-inline constexpr char kReadFaults[] = "smpu 4";
-inline constexpr char kClearFaults[] = "smpu 5";
+inline constexpr QLatin1String kGetRegions("get 5");
+inline constexpr QLatin1String kAllOn("smpu 1");
+inline constexpr QLatin1String kAllOff("smpu 2");
+inline constexpr QLatin1String kDefault("smpu 3");
+inline constexpr QLatin1String kReadFaults("smpu 4");
+inline constexpr QLatin1String kClearFaults("smpu 5");
 
 } // namespace protocol::smpu

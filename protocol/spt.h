@@ -26,9 +26,9 @@ FaultRecord decodeFaultRecord(const QByteArray &payload);
 /// Paragraphs of a fault record.
 QStringList describe(const FaultRecord &record);
 
-inline constexpr char kInjectOram[] = "inject 10 1";
-inline constexpr char kInjectTram[] = "inject 10 2";
-inline constexpr char kReadFaults[] = "spt 1";
-inline constexpr char kClearFaults[] = "spt 2";
+inline constexpr QLatin1String kInjectOram("inject 10 1");
+inline constexpr QLatin1String kInjectTram("inject 10 2");
+inline constexpr QLatin1String kReadFaults("spt 1");
+inline constexpr QLatin1String kClearFaults("spt 2");
 
 } // namespace protocol::spt

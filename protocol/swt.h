@@ -33,8 +33,9 @@ QString switchCommand(int watchdog, bool on);
 /// "swt 2 2 200": mode and core counted from 1, then the time-out.
 QString configureCommand(int mode, int core, int timeout);
 inline constexpr int kAll = 4;
-inline constexpr char kDefault[] = "swt 5";
-inline constexpr char kInjectTimeout[] = "inject 3 1";
-inline constexpr char kInjectAccess[] = "inject 3 2";
+inline constexpr QLatin1String kGetStatus("get 2");
+inline constexpr QLatin1String kDefault("swt 5");
+inline constexpr QLatin1String kInjectTimeout("inject 3 1");
+inline constexpr QLatin1String kInjectAccess("inject 3 2");
 
 } // namespace protocol::swt

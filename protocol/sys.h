@@ -2,6 +2,9 @@
 // System status: operating mode, firmware version, restart notice.
 #pragma once
 
+#include "protocol/reset.h"
+#include "protocol/vg5k.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -30,10 +33,13 @@ QString modeName(quint8 number);
 /// "Version:2.50  Release time:2020/12/31"
 QString versionText(const FirmwareVersion &version);
 
-/// Commands.
-inline constexpr char kFunctionalReset[] = "inject 1";
-inline constexpr char kDestructiveReset[] = "inject 2";
+/// Greeting, and the state of the fault collection unit.
+inline constexpr QLatin1String kGetGreeting("get 0");
+/// Operating mode and firmware version.
+inline constexpr QLatin1String kGetMode("get 1");
+inline constexpr QLatin1String kFunctionalReset("inject 1");
+inline constexpr QLatin1String kDestructiveReset("inject 2");
 /// The status poll, in the order sent.
-inline constexpr const char *kStatusPoll[] = {"get 1", "get 9", "get 10", "get 0"};
+inline constexpr QLatin1String kStatusPoll[] = {kGetMode, reset::kGetReasons, vg5k::kGetItems, kGetGreeting};
 
 } // namespace protocol::sys

@@ -24,4 +24,6 @@ enum FailSafe : quint8 { InitFs = 0, WaitAbist2 = 1, Abist2 = 2, AssertFs0b = 3,
 /// Byte 0 item, signed; byte 1 its value. An empty payload has no item.
 Report decodeReport(const QByteArray &payload);
 
+inline constexpr QLatin1String kGetItems("get 10");
+
 } // namespace protocol::vg5k

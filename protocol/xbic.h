@@ -37,9 +37,9 @@ QStringList describe(const std::vector<Fault> &faults);
 QString enableCommand(int checker, bool on);
 /// "inject 7 4" for checker 3
 QString injectCommand(int checker);
-inline constexpr char kGetEnables[] = "get 11";
-inline constexpr char kDefault[] = "xbic 3";
-inline constexpr char kReadFaults[] = "xbic 4";
-inline constexpr char kClearFaults[] = "xbic 5";
+inline constexpr QLatin1String kGetEnables("get 11");
+inline constexpr QLatin1String kDefault("xbic 3");
+inline constexpr QLatin1String kReadFaults("xbic 4");
+inline constexpr QLatin1String kClearFaults("xbic 5");
 
 } // namespace protocol::xbic

@@ -105,6 +105,15 @@ private slots:
         QCOMPARE(fccu::decodeFault(hex("1C 3F800000")), (fccu::FaultEvent{28, 1.0F}));
         QCOMPARE(fccu::decodeFault(hex("1C 3F")), (fccu::FaultEvent{28, 0.5F}));
         QCOMPARE(fccu::decodeState({}), quint8(0));
+        QCOMPARE(
+            fccu::describe({28, 1.0F}).join('|'),
+            QStringLiteral(u"Fault ID 28|Source Module： CMU_0        |Fault Description：MC_CLK out of range|\n"));
+        QCOMPARE(
+            fccu::describe({254, 1.0F}).join('|'),
+            QStringLiteral(u"Fault ID 254|Source Module： Multi source|Fault Description： Multiple error reset|\r\n"));
+        QCOMPARE(fccu::describe({129, 1.0F}).join('|'),
+                 QStringLiteral(u"Fault ID 129|Source Module： Invalid source ID|Fault Description： Invalid|\r\n"));
+        QCOMPARE(fccu::recordedText(129), (fccu::FaultText{"Invalid Source ID", "Invalid"}));
     }
 
     void resets()
@@ -118,6 +127,10 @@ private slots:
         QCOMPARE(reset::faultOfFlag(0), 127);
         QCOMPARE(reset::reasonText(2), QStringLiteral(u"JTAG ’functional’ reset event"));
         QCOMPARE(reset::reasonText(20), QStringLiteral("FCCU failure to react  'destructive' reset"));
+        QCOMPARE(reset::describe(reset::decodeReasons(hex("00 10 00 02 00 00 01"))).join('|'),
+                 QStringLiteral(u"FCCU short ’functional’ reset|%1|Reset Source: SMPU_0|Fault Description: MPU abort "
+                                u"indication for data\r\n|AFE LVD voltage 'destructive' reset|%1")
+                     .arg(QString(56, '-')));
         QCOMPARE(reset::decodeEscalation(hex("05")), (reset::Escalation{5, 0}));
     }
 
@@ -203,6 +216,10 @@ private slots:
         const auto result = crc::decodeResult(hex("00000002 31 32 000029B1 3FC00000"));
         QCOMPARE(result, (crc::Result{2, "12", 0x29B1, 1.5F}));
         QCOMPARE(crc::dataText(result.data), QStringLiteral("0x31h    0x32h    "));
+        QCOMPARE(crc::describe(result, {1, "CRC-16-CCITT", "CRC_2", "CRC_channel_0"}).join('|'),
+                 QStringLiteral("\r\nCRC calculate condition:\r\nCalculate Polynomials: CRC-16-CCITT|Calculate "
+                                "Instance: CRC_2|Calculate Channel: CRC_channel_0|CRC calculate data size: 2 \r\n"
+                                "Data:\r\n0x31h    0x32h    |Calculate Result:0x29B1|Calculate Time:1.500000"));
         QCOMPARE(crc::valueText(0xFFFF29B1, 1), QStringLiteral("0x29B1"));
         QCOMPARE(crc::valueText(0x0BF43926, 2), QStringLiteral("0x0BF43926"));
         QCOMPARE(crc::valueText(0x104B, 0), QStringLiteral("0x4B"));
