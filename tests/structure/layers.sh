@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Fails on an include line that crosses the layers: layers.sh SOURCE_DIR
-#   protocol <- link <- app, modules, console, help <- support <- demo;  simulator -> protocol only
+#   protocol <- link, session <- app, modules, console, help <- support <- demo;  simulator -> protocol only
 set -u
 cd "$1" || exit 2
 status=0
@@ -19,11 +19,12 @@ forbid() {
     }
     return 0
 }
-forbid protocol link app modules console help simulator support demo
-forbid simulator link app modules console help support demo
+forbid protocol link session app modules console help simulator support demo
+forbid session link app modules console help simulator support demo
+forbid simulator link session app modules console help support demo
 forbid "app modules console help" simulator support demo
 # The settings dialog has widgets and belongs to the program, but knows nothing of the window.
-forbid link app modules console help simulator support demo
-grep -rnE '#include <Q(Widget|Label|Dialog|Main|Message)' protocol link simulator --include='*.h' --include='*.cpp' \
+forbid link session app modules console help simulator support demo
+grep -rnE '#include <Q(Widget|Label|Dialog|Main|Message)' protocol link session simulator --include='*.h' --include='*.cpp' \
     | grep -v serialportconfig && { echo "-> no widgets below the program"; status=1; }
 exit $status
