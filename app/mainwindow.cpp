@@ -3,6 +3,7 @@
 
 #include "app/form.h"
 #include "app/indicators.h"
+#include "app/linerecorder.h"
 #include "app/textview.h"
 #include "link/commandchannel.h"
 #include "link/serialline.h"
@@ -14,6 +15,7 @@
 #include <QFile>
 #include <QListView>
 #include <QRegularExpressionValidator>
+#include <QStatusBar>
 
 // Outside any namespace, as the macro wants it.
 static void loadResources()
@@ -44,6 +46,7 @@ constexpr PageRequest pageRequests[] = {
 // clang-format on
 
 constexpr int kRequestGapMs = 50;
+constexpr int kSavedShownMs = 4000;
 
 } // namespace
 
@@ -51,6 +54,10 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_uniq
 {
     loadResources();
     setupForm(*ui, *this);
+    m_recorder = new LineRecorder(*this);
+    connect(m_recorder, &LineRecorder::saved, this, [this](const QString &path) {
+        statusBar()->showMessage(QStringLiteral("Recording saved: ") + path, kSavedShownMs);
+    });
     m_portDialog = std::make_unique<serialportconfig>();
     QFile sheet(QStringLiteral(":/images/my.qss"));
     if (sheet.open(QIODevice::ReadOnly))

@@ -26,6 +26,7 @@
 #include <memory>
 
 class QLabel;
+class LineRecorder;
 class consoleForm;
 class introduce;
 class serialportconfig;
@@ -64,6 +65,9 @@ public slots:
     // app/arrival.cpp: bytes in, frames to the decoders
     void receiveData();
     bool Receivedata_Unpacking(QByteArray data, QList<frameData> &frames, QByteArray &remainder);
+
+    // app/linerecorder.cpp: what passed the line, saved where the user says
+    void saveRecording();
 
     // app/commands.cpp: the command channel as slots
     void Command_write(QString command);
@@ -315,6 +319,7 @@ private:
 
     std::unique_ptr<Ui::MainWindow> ui;
     std::unique_ptr<serialportconfig> m_portDialog;
+    LineRecorder *m_recorder = nullptr;
     QLabel *m_portState = nullptr;
     QStringList portNameList;
     ReceiveState m_receive;

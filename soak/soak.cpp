@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // soak [MINUTES [SEED]]: the window in front of a virtual board on a bad cable, used by a monkey. Prints once a minute
 // what was done and what it costs in memory; fails where the memory is not explained by what the window keeps.
+#include "app/linerecorder.h"
 #include "support/boardprocess.h"
 #include "link/commandchannel.h"
 #include "link/serialline.h"
@@ -39,8 +40,8 @@ constexpr int kCommandMs = 25;
 constexpr int kReportMs = 60000;
 constexpr int kOpenMs = 1000;
 
-// What may stay allocated once the texts are cleared: the history of faults and the timers, which last as long as the
-// window, and caches of fonts, styles and pictures that fill with use. Measured, and rounded up.
+// What may stay allocated once the texts are cleared: the recorder's packets, the history of faults and the timers, which
+// last as long as the window, and caches of fonts, styles and pictures that fill with use. Measured, and rounded up.
 constexpr double kPerFault = 500;
 constexpr double kPerTimer = 800;
 constexpr double kCaches = 12e6;
@@ -261,7 +262,8 @@ private:
         const double texts = kept.heap - heapBytes();
         const double rest = kept.heap - texts - m_start.heap;
         const double timers = kept.timers - m_start.timers;
-        const double allowed = kCaches + kPerFault * kept.faults + kPerTimer * timers;
+        const double allowed = kCaches + kPerFault * kept.faults + kPerTimer * timers
+            + static_cast<double>(m_window.findChild<LineRecorder *>()->heldBytes());
         std::printf("the texts take %.1f MB, %.0f bytes a fault and %.1f a character; beside them, %.0f faults and "
                     "%.0f timers in "
                     "the window, %.2f MB more than at the start, of %.2f explained\n",
