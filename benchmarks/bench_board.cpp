@@ -6,6 +6,8 @@
 
 #include <QCoreApplication>
 
+using namespace simulator;
+
 namespace {
 
 void commands(benchmark::State &state, const char *line)

@@ -10,6 +10,8 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
+using namespace simulator;
+
 namespace {
 
 // Long enough for a restart, and for a watchdog's reset, now and then.

@@ -98,7 +98,7 @@ QStringList describe(const Reasons &report)
             continue;
         lines.append(reasonText(flag));
         lines.append(QString(56, QLatin1Char('-')));
-        if (flag == kFccuShort || flag == kFccuLong)
+        if (hasSources(static_cast<Reason>(flag)))
             lines.append(sourcesOf(report));
     }
     return lines;

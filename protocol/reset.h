@@ -15,12 +15,25 @@ inline constexpr int kReasonCount = 24;
 inline constexpr int kSourceFlagCount = 128;
 /// Reasons from this flag on are destructive resets.
 inline constexpr int kFirstDestructive = 6;
-/// These reasons come with fault sources: short and long functional reset by the fault collection unit.
-inline constexpr int kFccuShort = 3;
-inline constexpr int kFccuLong = 4;
+
+/// Reasons that have a name in code, by the number of their flag. Only a reset by the fault collection unit comes with
+/// fault sources.
+enum class Reason : quint8 {
+    SoftwareFunctional = 1,
+    FccuShort = 3,
+    FccuLong = 4,
+    SelfTest = 7,
+    SoftwareDestructive = 9,
+    PowerOn = 10,
+    FunctionalEscalation = 21,
+};
+constexpr bool hasSources(Reason reason)
+{
+    return reason == Reason::FccuShort || reason == Reason::FccuLong;
+}
 
 struct Reasons {
-    QBitArray reasons; // kReasonCount flags
+    QBitArray reasons; // kReasonCount flags, see Reason
     QBitArray sources; // kSourceFlagCount flags
 
     bool isDestructive() const;

@@ -6,6 +6,8 @@
 
 #include <optional>
 
+namespace simulator {
+
 /// A decimal number from 0 to `most`; nothing for any other text.
 inline std::optional<unsigned> decimal(const QString &text, unsigned most)
 {
@@ -21,3 +23,5 @@ inline std::optional<quint32> hexadecimal(const QString &text, quint32 most = 0x
     const quint32 value = text.toUInt(&ok, 16);
     return ok && value <= most ? std::optional(value) : std::nullopt;
 }
+
+} // namespace simulator

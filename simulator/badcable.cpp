@@ -3,10 +3,12 @@
 
 #include <utility>
 
+namespace simulator {
+
 namespace {
 
-constexpr int kShortestRun = 5; // between two stalls, in lengths of a stall
-constexpr int kLongestRun = 15;
+constexpr int kMinRun = 5; // between two stalls, in lengths of a stall
+constexpr int kMaxRun = 15;
 
 bool happens(double probability, std::mt19937 &chance)
 {
@@ -84,8 +86,7 @@ void BadCable::setStalled(bool stalled)
     else if (stalled)
         m_stallTimer.start(m_faults.stallMs);
     else
-        m_stallTimer.start(m_faults.stallMs
-                           * (kShortestRun + static_cast<int>(m_stalls() % (kLongestRun - kShortestRun + 1))));
+        m_stallTimer.start(m_faults.stallMs * (kMinRun + static_cast<int>(m_stalls() % (kMaxRun - kMinRun + 1))));
 }
 
 void BadCable::setPulledOut(bool out)
@@ -105,3 +106,5 @@ void BadCable::setPulledOut(bool out)
     else
         emit pluggedIn();
 }
+
+} // namespace simulator

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The cable between the board and its line, with what goes wrong on cables.
+// A serial cable with configurable faults.
 #pragma once
 
 #include <QByteArray>
@@ -8,18 +8,20 @@
 
 #include <random>
 
+namespace simulator {
+
 /// All zero: a good cable.
 struct CableFaults {
-    double noise = 0;     // probability of a flipped bit, for each bit
-    double drop = 0;      // probability of a lost byte, for each byte
-    double duplicate = 0; // probability of a byte that arrives twice, for each byte
-    int stallMs = 0;      // the way to the program stops for so long, now and then; 0: never
-    int hangUpMs = 0;     // a line that is plugged in lasts so long; 0: for ever
+    double noise = 0;     // probability that a bit is flipped
+    double drop = 0;      // probability that a byte is lost
+    double duplicate = 0; // probability that a byte arrives twice
+    int stallMs = 0;      // length of a stall on the way to the program; 0: none
+    int hangUpMs = 0;     // pulled out after this many ms; 0: never
 };
 
-/// Both ways suffer the same noise, losses and doublings, each by a chance of its own. A stall keeps what the board sends
-/// and lets it go afterwards; it comes after 5 to 15 times its own length. Of what is sent while the cable is pulled out
-/// nothing arrives.
+/// Noise, losses and doublings affect both directions independently. A stall holds back the board's bytes and releases
+/// them at its end; the pause before each stall is 5 to 15 times its length. Bytes sent while the cable is pulled out are
+/// lost.
 class BadCable : public QObject
 {
     Q_OBJECT
@@ -28,7 +30,7 @@ public:
     /// How long the cable stays pulled out.
     static constexpr int kAwayMs = 1000;
 
-    /// The same seed does the same to the same bytes.
+    /// The same seed harms the same bytes in the same way.
     explicit BadCable(quint32 seed = 1, QObject *parent = nullptr);
 
     /// From now on; a stall under way ends, the time to the next hang-up begins.
@@ -54,7 +56,9 @@ private:
     std::mt19937 m_stalls;
     bool m_stalled = false;
     bool m_pulledOut = false;
-    QByteArray m_held; // what a stall keeps
+    QByteArray m_held; // bytes held back by a stall
     QTimer m_stallTimer;
     QTimer m_plugTimer;
 };
+
+} // namespace simulator

@@ -4,7 +4,6 @@
 #include "protocol/frame.h"
 #include "protocol/payload.h"
 #include "protocol/sys.h"
-#include "simulator/resetreason.h"
 #include "simulator/unit.h"
 #include "simulator/units.h"
 
@@ -12,75 +11,90 @@
 
 #include <algorithm>
 
+namespace simulator {
+
 namespace {
 
 using protocol::ModuleId;
+
+constexpr int kMaxWords = 3; // of a command
 
 int wordCount(const QString &words)
 {
     return words.count(QLatin1Char(' ')) + 1;
 }
 
-// Whether `line` begins with these words, whole ones.
-bool beginsWith(const QStringList &line, const QString &words)
-{
-    const int count = wordCount(words);
-    return line.size() >= count && line.mid(0, count).join(QLatin1Char(' ')) == words;
-}
-
 } // namespace
 
-Board::Board(quint32 seed, QObject *parent) : QObject(parent), m_random(seed), m_units(makeUnits(*this))
+Board::Board(quint32 seed, QObject *parent) : QObject(parent), m_random(seed)
 {
+    m_units = makeUnits(*this);
+    addCommands({
+        {"help", "all commands", [this] { sayHelp(); }},
+        {"status", "state of all modules", [this] { sayStatus(); }},
+    });
     for (const auto &unit : m_units)
-        unit->reset(ResetKind::PowerOn, PowerOnReset);
+        unit->reset(ResetKind::PowerOn);
 }
 
 Board::~Board() = default;
 
-void Board::addCommand(Command command)
+void Board::addCommands(std::initializer_list<Command> commands)
 {
-    m_commands.push_back(std::move(command));
+    for (const Command &command : commands) {
+        Q_ASSERT(wordCount(command.words) <= kMaxWords);
+        m_index[command.words].push_back(m_commands.size());
+        m_commands.push_back(command);
+    }
+}
+
+// The places of the commands that answer to the most of these words.
+const std::vector<std::size_t> *Board::find(const QStringList &words) const
+{
+    const std::vector<std::size_t> *longest = nullptr;
+    for (int count = std::min(kMaxWords, static_cast<int>(words.size())); count > 0; --count) {
+        const auto found = m_index.constFind(words.mid(0, count).join(QLatin1Char(' ')));
+        if (found == m_index.constEnd())
+            continue;
+        if (m_commands[found->front()].takes(static_cast<int>(words.size()) - count))
+            return &*found;
+        longest = longest ? longest : &*found;
+    }
+    return longest;
 }
 
 void Board::execute(const QString &line)
 {
-    if (m_restarting || m_held)
+    if (m_state != State::Running)
         return;
     emit executed(line);
     const QStringList words = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     if (words.isEmpty())
         return;
-    const Command *best = nullptr;
-    for (const Command &command : m_commands) {
-        if (beginsWith(words, command.words) && (!best || wordCount(command.words) > wordCount(best->words)))
-            best = &command;
-    }
-    if (!best) {
+    const std::vector<std::size_t> *found = find(words);
+    if (!found) {
         say(QStringLiteral("unknown command: %1").arg(line.left(200)));
         return;
     }
-    const QStringList arguments = words.mid(wordCount(best->words));
-    if (arguments.size() < best->minimum || arguments.size() > best->maximum) {
-        say(QStringLiteral("usage: %1 %2").arg(best->words, best->arguments).trimmed());
+    const Command &first = m_commands[found->front()];
+    const QStringList arguments = words.mid(wordCount(first.words));
+    if (!first.takes(static_cast<int>(arguments.size()))) {
+        say(QStringLiteral("usage: %1").arg(first.usage()));
         return;
     }
-    const QString wanted = best->words;
-    for (std::size_t i = 0; i < m_commands.size() && !m_restarting; ++i) {
-        if (m_commands[i].words == wanted)
-            m_commands[i].run(arguments);
-    }
+    for (std::size_t i = 0; i < found->size() && m_state == State::Running; ++i)
+        m_commands[(*found)[i]].run(arguments);
 }
 
 void Board::send(ModuleId module, quint8 type, const QByteArray &payload)
 {
-    if (!m_restarting && !m_held)
+    if (m_state == State::Running)
         emit output(protocol::encodeFrame(module, type, payload));
 }
 
 void Board::say(const QString &text)
 {
-    // A byte a character: the quotation marks of the reset reasons have none of their own.
+    // A text is one byte per character; the quotation marks of the reset reasons have no such byte.
     const QString plain =
         QString(text).replace(QChar(0x2018), QLatin1Char('\'')).replace(QChar(0x2019), QLatin1Char('\''));
     send(ModuleId::Text, 0, plain.toLatin1());
@@ -89,34 +103,42 @@ void Board::say(const QString &text)
 
 void Board::reportFault(quint8 source)
 {
-    if (m_faults.report)
-        m_faults.report(source);
-    emit faultReported(source);
+    for (const auto &unit : m_units)
+        unit->faultReported(source);
 }
 
 void Board::clearFault(quint8 source)
 {
-    if (m_faults.clear)
-        m_faults.clear(source);
+    for (const auto &unit : m_units)
+        unit->faultCleared(source);
 }
 
-void Board::restart(ResetKind kind, int reason, int source)
+void Board::restart(Reason reason, std::optional<quint8> source)
 {
-    if (m_restarting || m_held || (m_resetRule && m_resetRule(kind, reason, source)))
+    if (m_state != State::Running)
         return;
-    m_restarting = true;
+    for (const auto &unit : m_units) {
+        if (unit->replacesReset(reason, source))
+            return;
+    }
+    beginRestart(reason);
+}
+
+void Board::beginRestart(Reason reason)
+{
+    m_state = State::Restarting;
     const unsigned life = ++m_life;
-    QTimer::singleShot(kRestartMs, this, [this, kind, reason, life] {
+    QTimer::singleShot(kRestartMs, this, [this, reason, life] {
         if (life == m_life)
-            startAgain(kind, reason);
+            finishRestart(reason);
     });
 }
 
-void Board::startAgain(ResetKind kind, int reason)
+void Board::finishRestart(Reason reason)
 {
-    m_restarting = false;
+    m_state = State::Running;
     for (const auto &unit : m_units)
-        unit->reset(kind, reason);
+        unit->reset(kindOf(reason));
     send(ModuleId::Sys, protocol::sys::RestartNoticeReport, protocol::PayloadWriter().u8(0x7F).u8(0xFE).take());
     for (const auto &unit : m_units)
         unit->announce();
@@ -125,19 +147,13 @@ void Board::startAgain(ResetKind kind, int reason)
 void Board::holdInReset()
 {
     ++m_life;
-    m_held = true;
+    m_state = State::Held;
     emit heldInReset();
 }
 
 void Board::powerCycle()
 {
-    m_held = false;
-    m_restarting = true;
-    const unsigned life = ++m_life;
-    QTimer::singleShot(kRestartMs, this, [this, life] {
-        if (life == m_life)
-            startAgain(ResetKind::PowerOn, PowerOnReset);
-    });
+    beginRestart(Reason::PowerOn);
 }
 
 void Board::after(int milliseconds, std::function<void()> work)
@@ -152,3 +168,24 @@ int Board::drawn(int low, int high)
 {
     return low + static_cast<int>(m_random() % static_cast<unsigned>(high - low + 1));
 }
+
+void Board::sayHelp()
+{
+    for (const Command &command : m_commands) {
+        if (!command.help.isEmpty())
+            say(QStringLiteral("%1 - %2\r\n").arg(command.usage(), command.help));
+    }
+}
+
+// Each name in a colour of its own; a control sequence is a message of its own.
+void Board::sayStatus()
+{
+    for (const auto &unit : m_units) {
+        say(QStringLiteral("\r\x1B[1;36m"));
+        say(unit->name().leftJustified(8));
+        say(QStringLiteral("\r\x1B[0m"));
+        say(unit->status() + QStringLiteral("\r\n"));
+    }
+}
+
+} // namespace simulator

@@ -3,55 +3,43 @@
 #pragma once
 
 #include "protocol/moduleid.h"
+#include "protocol/reset.h"
+#include "simulator/command.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QObject>
 #include <QString>
-#include <QStringList>
 
 #include <functional>
+#include <initializer_list>
 #include <memory>
+#include <optional>
 #include <random>
 #include <vector>
 
+namespace simulator {
+
 class Unit;
 
-enum class ResetKind { PowerOn, Functional, Destructive };
+using protocol::reset::Reason;
 
 class Board : public QObject
 {
     Q_OBJECT
 
 public:
-    using Handler = std::function<void(const QStringList &arguments)>;
-
-    /// A command: the literal words it begins with ("cmu 13"), what stands behind them in words for people
-    /// ("<monitor>"), how many that may be, and what to do.
-    struct Command {
-        QString words;
-        QString arguments;
-        QString help;
-        int minimum = 0;
-        int maximum = 0;
-        Handler run;
-    };
-
-    /// What collects the faults of all units: called with a fault source's identifier.
-    struct FaultCollector {
-        std::function<void(quint8)> report;
-        std::function<void(quint8)> clear;
-    };
-
     /// Makes all units and powers them on. The same seed gives the same values.
     explicit Board(quint32 seed = 1, QObject *parent = nullptr);
     ~Board() override;
 
-    /// Several units may answer the same words: all are run, in the order in which they registered.
-    void addCommand(Command command);
+    /// Several units may answer the same words: all are run, in the order in which they were added.
+    void addCommands(std::initializer_list<Command> commands);
     const std::vector<Command> &commands() const { return m_commands; }
 
-    /// Carries out one command line. The longest registered words that it begins with win; an unknown command or a
-    /// wrong number of arguments is answered by a text message and changes nothing.
+    /// Carries out one command line: the command with the most words that the line begins with and whose number of
+    /// arguments fits. An unknown command or a wrong number of arguments is answered by a text message and changes
+    /// nothing. A board that restarts or is held in reset ignores the line.
     void execute(const QString &line);
 
     /// Sends a frame; nothing leaves while the board restarts or is held in reset.
@@ -59,42 +47,26 @@ public:
     /// Sends a text message.
     void say(const QString &text);
 
-    void setFaultCollector(FaultCollector collector) { m_faults = std::move(collector); }
-    /// A unit has detected a fault: the collector reports it to the program.
+    /// A mechanism has detected the fault of this source.
     void reportFault(quint8 source);
-    /// The unit's fault status has been cleared.
+    /// The fault status of this source has been cleared.
     void clearFault(quint8 source);
 
-    /// Restarts: silence for kRestartMs, then every unit is reset, the restart notice goes out, and every unit says
-    /// what it says after a restart. `reason` is the reset-reason flag that the reset unit then reports.
-    /// A reset by the fault collection unit names the fault source that caused it.
-    void restart(ResetKind kind, int reason, int source = -1);
-    /// Asked before a restart; true when another reset takes its place or the board stays in reset.
-    using ResetRule = std::function<bool(ResetKind kind, int reason, int source)>;
-    void setResetRule(ResetRule rule) { m_resetRule = std::move(rule); }
+    /// Restarts: silence for kRestartMs, then every unit is reset, the restart notice goes out, and every unit sends
+    /// what it reports after a restart. A reset by the fault collection unit names the fault source that caused it.
+    void restart(Reason reason, std::optional<quint8> source = {});
     /// Holds the board in reset until powerCycle(): it takes no command and sends nothing.
     void holdInReset();
-    bool isHeld() const { return m_held; }
+    bool isHeld() const { return m_state == State::Held; }
     /// Takes the power away and gives it back.
     void powerCycle();
-    bool isRestarting() const { return m_restarting; }
 
     /// Runs `work` once after `milliseconds` of the board's time; a restart calls it off.
     void after(int milliseconds, std::function<void()> work);
-    /// The one source of chance.
-    std::mt19937 &random() { return m_random; }
     /// Evenly drawn from `low` to `high`, both included.
     int drawn(int low, int high);
 
     const std::vector<std::unique_ptr<Unit>> &units() const { return m_units; }
-    template <class U> U *unit() const
-    {
-        for (const auto &unit : m_units) {
-            if (auto *wanted = dynamic_cast<U *>(unit.get()))
-                return wanted;
-        }
-        return nullptr;
-    }
 
     static constexpr int kRestartMs = 200;
 
@@ -103,17 +75,22 @@ signals:
     void executed(const QString &line);
     void said(const QString &text);
     void heldInReset();
-    void faultReported(quint8 source);
 
 private:
-    void startAgain(ResetKind kind, int reason);
+    enum class State { Running, Restarting, Held };
 
+    const std::vector<std::size_t> *find(const QStringList &words) const;
+    void beginRestart(Reason reason);
+    void finishRestart(Reason reason);
+    void sayHelp();
+    void sayStatus();
+
+    State m_state = State::Running;
+    unsigned m_life = 0; // counts restarts, so that work of an earlier life is called off
     std::mt19937 m_random;
     std::vector<Command> m_commands;
-    FaultCollector m_faults;
-    ResetRule m_resetRule;
+    QHash<QString, std::vector<std::size_t>> m_index; // places in m_commands by words
     std::vector<std::unique_ptr<Unit>> m_units;
-    bool m_restarting = false;
-    bool m_held = false;
-    unsigned m_life = 0; // counts restarts, so that work of an earlier life is called off
 };
+
+} // namespace simulator

@@ -7,7 +7,7 @@
 
 #include <memory>
 
-namespace crypto {
+namespace simulator::crypto {
 
 namespace {
 
@@ -65,4 +65,4 @@ QByteArray randomBytes(int count)
     return RAND_bytes(reinterpret_cast<unsigned char *>(result.data()), count) == 1 ? result : QByteArray();
 }
 
-} // namespace crypto
+} // namespace simulator::crypto

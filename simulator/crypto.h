@@ -4,7 +4,7 @@
 
 #include <QByteArray>
 
-namespace crypto {
+namespace simulator::crypto {
 
 inline constexpr int kBlockSize = 16;
 
@@ -19,4 +19,4 @@ QByteArray cmac(const QByteArray &key, const QByteArray &message);
 /// Random bytes from the operating system's generator; empty where it fails.
 QByteArray randomBytes(int count);
 
-} // namespace crypto
+} // namespace simulator::crypto

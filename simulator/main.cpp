@@ -16,7 +16,7 @@
 
 namespace {
 
-// The one who started us holds the other end of our standard input: when that ends, so do we.
+// Ends the process when its parent closes standard input.
 void endWithStandardInput(QObject *context)
 {
     auto *notifier = new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, context);
@@ -49,11 +49,11 @@ double numberOf(const QCommandLineParser &parser, const QCommandLineOption &opti
     return number;
 }
 
-constexpr double kLongestSeconds = 86400;
+constexpr double kMaxSeconds = 86400;
 
 int millisecondsOf(const QCommandLineParser &parser, const QCommandLineOption &option)
 {
-    return static_cast<int>(std::lround(numberOf(parser, option, kLongestSeconds) * 1000));
+    return static_cast<int>(std::lround(numberOf(parser, option, kMaxSeconds) * 1000));
 }
 
 QCommandLineOption number(const char *name, const char *help, const char *value, const char *standard = "0")
@@ -91,23 +91,23 @@ int main(int argc, char *argv[])
     parser.addOptions({verbose, noPace, seed, powerCycle, noise, drop, duplicate, stall, hangUp, link, withStdin});
     parser.process(application);
 
-    VirtualBoard::Options options;
+    simulator::VirtualBoard::Options options;
     options.seed = static_cast<quint32>(numberOf(parser, seed, 4294967295.0));
     options.paced = !parser.isSet(noPace);
     options.powerCycleAfterMs = millisecondsOf(parser, powerCycle);
     options.cable = {numberOf(parser, noise, 1), numberOf(parser, drop, 1), numberOf(parser, duplicate, 1),
                      millisecondsOf(parser, stall), millisecondsOf(parser, hangUp)};
     options.link = parser.value(link);
-    VirtualBoard board(options);
+    simulator::VirtualBoard board(options);
     if (board.line().tty().isEmpty())
         refuse(QStringLiteral("no pseudo-terminal to be had"));
     if (board.tty().isEmpty())
         refuse(QStringLiteral("no link can be made at \"%1\"").arg(options.link));
     if (parser.isSet(verbose)) {
-        QObject::connect(&board.board(), &Board::executed, &application,
+        QObject::connect(&board.board(), &simulator::Board::executed, &application,
                          [](const QString &line) { QTextStream(stderr) << line << Qt::endl; });
     }
-    onSignals({SIGINT, SIGTERM, SIGHUP, SIGUSR1}, &application, [&board](int number) {
+    simulator::onSignals({SIGINT, SIGTERM, SIGHUP, SIGUSR1}, &application, [&board](int number) {
         if (number == SIGUSR1)
             board.board().powerCycle();
         else
@@ -117,7 +117,7 @@ int main(int argc, char *argv[])
         endWithStandardInput(&application);
 
     const auto nameTerminal = [&board] { QTextStream(stdout) << "tty: " << board.tty() << Qt::endl; };
-    QObject::connect(&board, &VirtualBoard::pluggedIn, &application, nameTerminal);
+    QObject::connect(&board, &simulator::VirtualBoard::pluggedIn, &application, nameTerminal);
     nameTerminal();
     return QCoreApplication::exec();
 }

@@ -2,9 +2,10 @@
 #include "simulator/shell.h"
 
 #include "simulator/board.h"
-#include "simulator/unit.h"
 
 #include <algorithm>
+
+namespace simulator {
 
 namespace {
 
@@ -31,16 +32,10 @@ bool isPrintable(char byte)
 
 } // namespace
 
-Shell::Shell(Board &board) : m_board(board)
+Shell::Shell(Board &board, QObject *parent) : QObject(parent), m_board(board)
 {
-    board.addCommand(
-        {QStringLiteral("help"), {}, QStringLiteral("all commands"), 0, 0, [this](const QStringList &) { help(); }});
-    board.addCommand(
-        {QStringLiteral("status"), {}, QStringLiteral("state of all modules"), 0, 0, [this](const QStringList &) {
-             status();
-         }});
-    QObject::connect(&board, &Board::said, &board,
-                     [this](const QString &text) { m_lineOpen = !text.endsWith(QLatin1Char('\n')); });
+    connect(&board, &Board::said, this,
+            [this](const QString &text) { m_lineOpen = !text.endsWith(QLatin1Char('\n')); });
 }
 
 void Shell::take(const QByteArray &bytes)
@@ -82,7 +77,7 @@ void Shell::takeKey(char key)
             m_line.remove(m_position, 1);
         redraw();
     } else if (isPrintable(key)) {
-        if (m_line.size() >= kLongest) {
+        if (m_line.size() >= kMaxLine) {
             m_tooLong = true;
             return;
         }
@@ -156,21 +151,4 @@ void Shell::redraw()
         m_board.say(sequence(QStringLiteral("%1D").arg(m_line.size() - m_position)));
 }
 
-void Shell::help()
-{
-    for (const Board::Command &command : m_board.commands()) {
-        if (!command.help.isEmpty())
-            m_board.say(QStringLiteral("%1 - %2\r\n")
-                            .arg((command.words + QLatin1Char(' ') + command.arguments).trimmed(), command.help));
-    }
-}
-
-void Shell::status()
-{
-    for (const auto &unit : m_board.units()) {
-        m_board.say(sequence(QStringLiteral("1;36m")));
-        m_board.say(unit->name().leftJustified(8));
-        m_board.say(sequence(QStringLiteral("0m")));
-        m_board.say(unit->status() + QStringLiteral("\r\n"));
-    }
-}
+} // namespace simulator

@@ -3,22 +3,26 @@
 #pragma once
 
 #include <QByteArray>
+#include <QObject>
 #include <QStringList>
+
+namespace simulator {
 
 class Board;
 
 /// Lines that arrive in one piece are carried out silently. Anything else is typing: it is echoed and edited with the
 /// cursor keys, Backspace and Delete, with a short history, by messages with ANSI control sequences.
-class Shell
+class Shell : public QObject
 {
+    Q_OBJECT
+
 public:
-    /// Adds the commands "help" and "status" to the board's.
-    explicit Shell(Board &board);
+    explicit Shell(Board &board, QObject *parent = nullptr);
 
     void take(const QByteArray &bytes);
 
     /// Longer lines than this are dropped with a message.
-    static constexpr int kLongest = 65536;
+    static constexpr int kMaxLine = 65536;
     static constexpr int kHistory = 20;
 
 private:
@@ -30,8 +34,6 @@ private:
     void moveTo(int position);
     void redraw();
     void prompt();
-    void help();
-    void status();
 
     Board &m_board;
     QByteArray m_line;
@@ -43,3 +45,5 @@ private:
     QStringList m_history;
     int m_recalled = 0; // from the end of the history; 0: the line being typed
 };
+
+} // namespace simulator

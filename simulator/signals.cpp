@@ -8,6 +8,8 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
+namespace simulator {
+
 void onSignals(std::initializer_list<int> numbers, QObject *context, std::function<void(int)> handler)
 {
     sigset_t wanted;
@@ -23,3 +25,5 @@ void onSignals(std::initializer_list<int> numbers, QObject *context, std::functi
             handler(static_cast<int>(signal.ssi_signo));
     });
 }
+
+} // namespace simulator

@@ -7,6 +7,10 @@
 
 class QObject;
 
+namespace simulator {
+
 /// Calls `handler` with the number of each of these signals that arrives, from the event loop, while `context` lives.
-/// Once for a program.
+/// To be called once per program.
 void onSignals(std::initializer_list<int> numbers, QObject *context, std::function<void(int)> handler);
+
+} // namespace simulator

@@ -6,6 +6,8 @@
 
 #include <utility>
 
+namespace simulator {
+
 QString TerminalLink::pointTo(const QString &tty)
 {
     if (m_path.isEmpty() || tty.isEmpty())
@@ -21,3 +23,5 @@ void TerminalLink::remove()
     if (std::exchange(m_made, false))
         QFile::remove(m_path);
 }
+
+} // namespace simulator

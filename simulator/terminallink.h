@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
-// A name for the terminal that stays when the terminal is another one after a hang-up.
+// A stable symbolic link to the terminal, whose own name changes after a hang-up.
 #pragma once
 
 #include <QString>
 
-/// A symbolic link, taken away with this object. What stands at its path and is no link is left alone.
+namespace simulator {
+
+/// Removes its symbolic link when it is destroyed. A file at its path that is not a link is left alone.
 class TerminalLink
 {
 public:
@@ -22,3 +24,5 @@ private:
     QString m_path;
     bool m_made = false;
 };
+
+} // namespace simulator

@@ -2,9 +2,25 @@
 // One unit of the board: a module's state and behaviour.
 #pragma once
 
+#include "protocol/reset.h"
+
 #include <QString>
 
-enum class ResetKind;
+#include <optional>
+
+namespace simulator {
+
+using protocol::reset::Reason;
+
+enum class ResetKind { PowerOn, Functional, Destructive };
+
+constexpr ResetKind kindOf(Reason reason)
+{
+    if (reason == Reason::PowerOn)
+        return ResetKind::PowerOn;
+    return static_cast<int>(reason) < protocol::reset::kFirstDestructive ? ResetKind::Functional
+                                                                         : ResetKind::Destructive;
+}
 
 class Unit
 {
@@ -13,10 +29,18 @@ public:
 
     /// Short name for people: "cmu".
     virtual QString name() const = 0;
-    /// Takes the state that the unit has after a reset of this kind, for `reason` (a reset-reason flag).
-    virtual void reset(ResetKind kind, int reason) = 0;
-    /// Sends what the unit reports by itself after a restart.
+    /// Takes the state that the unit has after a reset of this kind.
+    virtual void reset(ResetKind kind) = 0;
+    /// Sends what the unit reports after a restart.
     virtual void announce() {}
     /// One short plain line on its state, for people.
     virtual QString status() const = 0;
+
+    /// Told of every fault that a mechanism detects, and of every fault status that is cleared.
+    virtual void faultReported(quint8) {}
+    virtual void faultCleared(quint8) {}
+    /// Asked before a restart; true when another reset takes its place or the board stays in reset.
+    virtual bool replacesReset(Reason, std::optional<quint8>) { return false; }
 };
+
+} // namespace simulator

@@ -3,6 +3,8 @@
 
 #include "simulator/unit.h"
 
+namespace simulator {
+
 namespace {
 
 using Factory = std::unique_ptr<Unit> (*)(Board &);
@@ -23,3 +25,5 @@ std::vector<std::unique_ptr<Unit>> makeUnits(Board &board)
         units.push_back(make(board));
     return units;
 }
+
+} // namespace simulator

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The units that a board has. A further one: its file in units/, its line here, and its line in the table.
+// The units of a board. To add one: a file in units/, a line here, and a line in the table of units.cpp.
 #pragma once
 
 #include <memory>
 #include <vector>
+
+namespace simulator {
 
 class Board;
 class Unit;
@@ -25,5 +27,7 @@ std::unique_ptr<Unit> makeInterruptMonitor(Board &board);
 std::unique_ptr<Unit> makeCryptoEngine(Board &board);
 std::unique_ptr<Unit> makeSignalProcessing(Board &board);
 
-/// All units, in the order in which they are reset and speak.
+/// All units, in the order in which they are reset and announce themselves.
 std::vector<std::unique_ptr<Unit>> makeUnits(Board &board);
+
+} // namespace simulator

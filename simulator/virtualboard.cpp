@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "simulator/virtualboard.h"
 
+namespace simulator {
+
 VirtualBoard::VirtualBoard(const Options &options, QObject *parent)
     : QObject(parent),
       m_board(options.seed),
@@ -40,3 +42,5 @@ void VirtualBoard::joinCableAndLine()
         emit pluggedIn();
     });
 }
+
+} // namespace simulator

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A board on its line: the two joined by a cable.
+// A board, its serial line, and the cable between them.
 #pragma once
 
 #include "simulator/badcable.h"
@@ -7,6 +7,8 @@
 #include "simulator/ptyline.h"
 #include "simulator/shell.h"
 #include "simulator/terminallink.h"
+
+namespace simulator {
 
 class VirtualBoard : public QObject
 {
@@ -45,3 +47,5 @@ private:
     Shell m_shell;
     QString m_tty;
 };
+
+} // namespace simulator

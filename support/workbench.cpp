@@ -95,9 +95,10 @@ QString RawBench::sent()
     return QString::fromLatin1(bytes).replace(QLatin1String("\r\n"), QLatin1String("|"));
 }
 
-Workbench::Workbench(const VirtualBoard::Options &options, Wire wire) : m_board(std::make_unique<VirtualBoard>(options))
+Workbench::Workbench(const simulator::VirtualBoard::Options &options, Wire wire)
+    : m_board(std::make_unique<simulator::VirtualBoard>(options))
 {
-    connect(&board(), &Board::executed, this, [this](const QString &line) { commands.append(line); });
+    connect(&board(), &simulator::Board::executed, this, [this](const QString &line) { commands.append(line); });
     if (wire == Wire::Cutting)
         m_proxy = std::make_unique<CuttingProxy>(m_board->tty());
     build(m_proxy ? m_proxy->tty() : m_board->tty());

@@ -68,16 +68,16 @@ class Workbench : public Bench
 
 public:
     enum class Wire { Direct, Cutting };
-    explicit Workbench(const VirtualBoard::Options &options = {}, Wire wire = Wire::Direct);
+    explicit Workbench(const simulator::VirtualBoard::Options &options = {}, Wire wire = Wire::Direct);
 
-    VirtualBoard &virtualBoard() { return *m_board; }
-    Board &board() { return m_board->board(); }
+    simulator::VirtualBoard &virtualBoard() { return *m_board; }
+    simulator::Board &board() { return m_board->board(); }
     /// Between board and window, where the wire is a cutting one.
     CuttingProxy &proxy() { return *m_proxy; }
     /// Command lines that the board carried out since the last clear.
     QStringList commands;
 
 private:
-    std::unique_ptr<VirtualBoard> m_board;
+    std::unique_ptr<simulator::VirtualBoard> m_board;
     std::unique_ptr<CuttingProxy> m_proxy;
 };

@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <array>
 
+namespace simulator {
+
 namespace {
 
 using protocol::ModuleId;
@@ -61,37 +63,26 @@ class ClockMonitors : public Unit
 public:
     explicit ClockMonitors(Board &board) : m_board(board)
     {
-        const auto add = [&board](const char *words, const char *arguments, const char *help, int count,
-                                  Board::Handler run) {
-            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help),
-                              count, count, std::move(run)});
-        };
-        add("get 3", "", "clock generators, IRC measurement", 0, [this](const QStringList &) { sendClocks(); });
-        add("get 4", "", "all clock monitors", 0, [this](const QStringList &) { sendAll(); });
-        add("cmu 13", "<monitor>", "switch a clock monitor on", 1,
-            [this](const QStringList &a) { enable(a.first(), true); });
-        add("cmu 14", "<monitor>", "switch a clock monitor off", 1,
-            [this](const QStringList &a) { enable(a.first(), false); });
-        add("cmu", "<monitor> <upper> <lower>", "set limits in MHz", 3, [this](const QStringList &a) { setLimits(a); });
-        add("cmu 15", "", "clock monitors to their defaults", 0, [this](const QStringList &) {
-            restore();
-            sendAll();
+        board.addCommands({
+            {"get 3", "clock generators, IRC measurement", [this] { sendClocks(); }},
+            {"get 4", "all clock monitors", [this] { sendAll(); }},
+            {"cmu 13", "<monitor>", "switch a clock monitor on", [this](auto &a) { enable(a[0], true); }},
+            {"cmu 14", "<monitor>", "switch a clock monitor off", [this](auto &a) { enable(a[0], false); }},
+            {"cmu", "<monitor> <upper> <lower>", "set limits in MHz", [this](auto &a) { setLimits(a); }},
+            {"cmu 15", "clock monitors to their defaults", [this] { restoreAll(); }},
+            {"cmu 16", "clock fault record", [this] { sendRecord(); }},
+            {"cmu 17", "clear clock faults", [this] { clearFaults(); }},
+            {"cmu lose", "xosc|spi", "lose the crystal or the SPI clock", [this](auto &a) { lose(a[0]); }},
+            {"inject 5 1", "MC_CLK too slow", [this] { force(kMc, -20, cmu::TooLow); }},
+            {"inject 5 2", "ADC_CLK too fast", [this] { force(kAdc, 20, cmu::TooHigh); }},
+            {"inject 5 3", "SPI_CLK lost", [this] { loseClock(kSpi); }},
+            {"inject 5 4", "MC_CLK below moved limits", [this] { moveLimits(20, cmu::TooLow); }},
+            {"inject 5 5", "MC_CLK above moved limits", [this] { moveLimits(-20, cmu::TooHigh); }},
         });
-        add("cmu 16", "", "clock fault record", 0, [this](const QStringList &) { sendRecord(); });
-        add("cmu 17", "", "clear clock faults", 0, [this](const QStringList &) { clearFaults(); });
-        add("cmu lose", "xosc|spi", "lose the crystal or the SPI clock", 1,
-            [this](const QStringList &a) { lose(a.first()); });
-        add("inject 5 1", "", "MC_CLK too slow", 0, [this](const QStringList &) { force(kMc, -20, cmu::TooLow); });
-        add("inject 5 2", "", "ADC_CLK too fast", 0, [this](const QStringList &) { force(kAdc, 20, cmu::TooHigh); });
-        add("inject 5 3", "", "SPI_CLK lost", 0, [this](const QStringList &) { loseClock(kSpi); });
-        add("inject 5 4", "", "MC_CLK below moved limits", 0,
-            [this](const QStringList &) { moveLimits(20, cmu::TooLow); });
-        add("inject 5 5", "", "MC_CLK above moved limits", 0,
-            [this](const QStringList &) { moveLimits(-20, cmu::TooHigh); });
     }
 
     QString name() const override { return QStringLiteral("cmu"); }
-    void reset(ResetKind, int) override
+    void reset(ResetKind) override
     {
         restore();
         m_record.clear();
@@ -109,6 +100,12 @@ private:
     {
         for (std::size_t i = 0; i < clocks.size(); ++i)
             m_states[i] = {clocks[i].nominal, clocks[i].lower, clocks[i].upper, true, false, false};
+    }
+
+    void restoreAll()
+    {
+        restore();
+        sendAll();
     }
 
     void sendMonitor(int monitor)
@@ -255,3 +252,5 @@ std::unique_ptr<Unit> makeClockMonitors(Board &board)
 {
     return std::make_unique<ClockMonitors>(board);
 }
+
+} // namespace simulator

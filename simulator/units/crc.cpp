@@ -10,6 +10,8 @@
 
 #include <boost/crc.hpp>
 
+namespace simulator {
+
 namespace {
 
 using protocol::ModuleId;
@@ -58,13 +60,13 @@ class ChecksumUnit : public Unit
 public:
     explicit ChecksumUnit(Board &board) : m_board(board)
     {
-        board.addCommand({QStringLiteral("crc"), QStringLiteral("<polynomial 1-4> <instance 0-1> <channel 0-2>"),
-                          QStringLiteral("checksum of a channel's block"), 3, 3,
-                          [this](const QStringList &a) { run(a); }});
+        board.addCommands({
+            {"crc", "<polynomial> <instance> <channel>", "checksum of a channel's block", [this](auto &a) { run(a); }},
+        });
     }
 
     QString name() const override { return QStringLiteral("crc"); }
-    void reset(ResetKind, int) override { m_runs = 0; }
+    void reset(ResetKind) override { m_runs = 0; }
     QString status() const override { return QStringLiteral("%1 calculations").arg(m_runs); }
 
 private:
@@ -105,3 +107,5 @@ std::unique_ptr<Unit> makeChecksumUnit(Board &board)
 {
     return std::make_unique<ChecksumUnit>(board);
 }
+
+} // namespace simulator

@@ -10,6 +10,8 @@
 
 #include <optional>
 
+namespace simulator {
+
 namespace {
 
 using protocol::ModuleId;
@@ -23,7 +25,7 @@ const QByteArray kCbcIv = QByteArray::fromHex("000102030405060708090A0B0C0D0E0F"
 const QByteArray kCmacKey = kCbcKey;
 
 constexpr int kWorkMs = 3;
-constexpr int kLargestResult = 32768;
+constexpr int kMaxResult = 32768;
 
 // Bytes of a hexadecimal text; nothing for any other text.
 std::optional<QByteArray> bytesOf(const QString &text)
@@ -37,27 +39,27 @@ class CryptoEngine : public Unit
 public:
     explicit CryptoEngine(Board &board) : m_board(board)
     {
-        const auto add = [this, &board](const char *words, const char *arguments, const char *help, int minimum,
-                                        int maximum, void (CryptoEngine::*run)(const QStringList &)) {
-            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help),
-                              minimum, maximum, [this, run](const QStringList &a) { begin(run, a); }});
+        const auto run = [this](void (CryptoEngine::*work)(const QStringList &)) {
+            return [this, work](const QStringList &arguments) { begin(work, arguments); };
         };
-        add("cse 1", "", "load the demonstration keys", 0, 0, &CryptoEngine::loadKeys);
-        add("cse 2 1", "<hex>", "encrypt AES-128-ECB", 0, 1, &CryptoEngine::encryptEcb);
-        add("cse 2 2", "<hex>", "encrypt AES-128-CBC", 0, 1, &CryptoEngine::encryptCbc);
-        add("cse 3 1", "<hex>", "decrypt AES-128-ECB", 0, 1, &CryptoEngine::decryptEcb);
-        add("cse 3 2", "<hex>", "decrypt AES-128-CBC", 0, 1, &CryptoEngine::decryptCbc);
-        add("cse 4", "<hex>", "generate AES-128-CMAC", 0, 1, &CryptoEngine::generateCmac);
-        add("cse 5", "<hex> <cmac>", "verify AES-128-CMAC", 1, 2, &CryptoEngine::verifyCmac);
-        add("cse 6 1", "", "pseudo random number", 0, 0, &CryptoEngine::pseudoRandom);
-        add("cse 6 2", "", "true random number; initialises the pseudo random generator", 0, 0,
-            &CryptoEngine::trueRandom);
-        add("cse 7", "<32 hex>", "extend the pseudo random seed", 0, 1, &CryptoEngine::extendSeed);
+        board.addCommands({
+            {"cse 1", "", "load the demonstration keys", run(&CryptoEngine::loadKeys)},
+            {"cse 2 1", "[<hex>]", "encrypt AES-128-ECB", run(&CryptoEngine::encryptEcb)},
+            {"cse 2 2", "[<hex>]", "encrypt AES-128-CBC", run(&CryptoEngine::encryptCbc)},
+            {"cse 3 1", "[<hex>]", "decrypt AES-128-ECB", run(&CryptoEngine::decryptEcb)},
+            {"cse 3 2", "[<hex>]", "decrypt AES-128-CBC", run(&CryptoEngine::decryptCbc)},
+            {"cse 4", "[<hex>]", "generate AES-128-CMAC", run(&CryptoEngine::generateCmac)},
+            {"cse 5", "[<hex>] <cmac>", "verify AES-128-CMAC", run(&CryptoEngine::verifyCmac)},
+            {"cse 6 1", "", "pseudo random number", run(&CryptoEngine::pseudoRandom)},
+            {"cse 6 2", "", "true random number; initialises the pseudo random generator",
+             run(&CryptoEngine::trueRandom)},
+            {"cse 7", "[<hex>]", "extend the pseudo random seed", run(&CryptoEngine::extendSeed)},
+        });
     }
 
     QString name() const override { return QStringLiteral("cse"); }
     // Keys are in flash and stay; the generator's state is lost.
-    void reset(ResetKind, int) override
+    void reset(ResetKind) override
     {
         m_busy = false;
         m_seed.clear();
@@ -111,7 +113,7 @@ private:
         auto data = bytesOf(arguments.value(0));
         if (!m_keys)
             sendStatus(cse::EmptyKey);
-        else if (!data || data->isEmpty() || data->size() % crypto::kBlockSize != 0 || data->size() > kLargestResult)
+        else if (!data || data->isEmpty() || data->size() % crypto::kBlockSize != 0 || data->size() > kMaxResult)
             sendStatus(cse::LengthError);
         else
             return data;
@@ -211,3 +213,5 @@ std::unique_ptr<Unit> makeCryptoEngine(Board &board)
 {
     return std::make_unique<CryptoEngine>(board);
 }
+
+} // namespace simulator

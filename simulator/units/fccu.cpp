@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <iterator>
 
+namespace simulator {
+
 namespace {
 
 namespace fccu = protocol::fccu;
@@ -31,12 +33,11 @@ class FaultCollection : public Unit
 public:
     explicit FaultCollection(Board &board) : m_board(board)
     {
-        board.setFaultCollector({[this](quint8 id) { report(id); }, [this](quint8 id) { clear(id); }});
-        board.addCommand({QStringLiteral("get 0"), {}, {}, 0, 0, [this](const QStringList &) { sendState(); }});
+        board.addCommands({{"get 0", "", [this] { sendState(); }}});
     }
 
     QString name() const override { return QStringLiteral("fccu"); }
-    void reset(ResetKind, int) override
+    void reset(ResetKind) override
     {
         m_active.clear();
         m_state = fccu::Normal;
@@ -51,10 +52,7 @@ public:
         return QStringLiteral("%1, %2 faults active").arg(QString::fromLatin1(stateName(m_state))).arg(m_active.size());
     }
 
-private:
-    void sendState() { m_board.send(ModuleId::Fccu, fccu::StateReport, PayloadWriter().u8(m_state).take()); }
-
-    void report(quint8 id)
+    void faultReported(quint8 id) override
     {
         m_active.insert(id);
         const bool fault =
@@ -64,13 +62,16 @@ private:
         m_board.send(ModuleId::Fccu, fccu::FaultReport, PayloadWriter().u8(id).f32be(detectionTime()).take());
     }
 
-    void clear(quint8 id)
+    void faultCleared(quint8 id) override
     {
         if (!m_active.remove(id) || !m_active.isEmpty())
             return;
         m_state = fccu::Normal;
         sendState();
     }
+
+private:
+    void sendState() { m_board.send(ModuleId::Fccu, fccu::StateReport, PayloadWriter().u8(m_state).take()); }
 
     // Microseconds: most mechanisms take some, a few take tens.
     float detectionTime() { return static_cast<float>(m_board.drawn(50, 4000)) / 100.0F; }
@@ -86,3 +87,5 @@ std::unique_ptr<Unit> makeFaultCollection(Board &board)
 {
     return std::make_unique<FaultCollection>(board);
 }
+
+} // namespace simulator

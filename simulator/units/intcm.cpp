@@ -10,6 +10,8 @@
 
 #include <array>
 
+namespace simulator {
+
 namespace {
 
 using protocol::ModuleId;
@@ -18,8 +20,8 @@ namespace intcm = protocol::intcm;
 
 constexpr quint8 kFirstFault = 75;
 constexpr std::size_t kRecordLimit = 255;
-constexpr unsigned kLargestLatency = 0xFFFFFF;
-constexpr const char *modeWords[] = {"NONE", "IACK", "EOI", "SW"};
+constexpr unsigned kMaxLatency = 0xFFFFFF;
+constexpr quint8 kLastMode = 3;
 
 // Core, index, mode, interrupt, latency and timer in counts of 120 MHz.
 constexpr std::array defaults = std::to_array<intcm::Channel>({
@@ -40,26 +42,20 @@ class InterruptMonitor : public Unit
 public:
     explicit InterruptMonitor(Board &board) : m_board(board)
     {
-        const auto add = [&board](const char *words, const char *arguments, const char *help, int count,
-                                  Board::Handler run) {
-            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help),
-                              count, count, std::move(run)});
-        };
-        add("get 7", "", "interrupt monitor", 0, [this](const QStringList &) { sendStatus(); });
-        add("intcm", "IACK|EOI|SW <core> <index> <latency> <irq>", "configure a channel", 5,
-            [this](const QStringList &a) { configure(a); });
-        add("intcm 1", "", "channels to their defaults", 0, [this](const QStringList &) {
-            m_channels = defaults;
-            sendStatus();
+        board.addCommands({
+            {"get 7", "interrupt monitor", [this] { sendStatus(); }},
+            {"intcm", "IACK|EOI|SW <core> <index> <latency> <irq>", "configure a channel",
+             [this](auto &a) { configure(a); }},
+            {"intcm 1", "channels to their defaults", [this] { restore(); }},
+            {"intcm 2", "interrupt fault record", [this] { sendRecord(); }},
+            {"intcm 3", "clear interrupt faults", [this] { clearFaults(); }},
+            {"intcm 4", "<core> <index>", "close a channel", [this](auto &a) { closeChannel(a); }},
+            {"inject 8", "<core+1>", "late interrupt", [this](auto &a) { inject(a[0]); }},
         });
-        add("intcm 2", "", "interrupt fault record", 0, [this](const QStringList &) { sendRecord(); });
-        add("intcm 3", "", "clear interrupt faults", 0, [this](const QStringList &) { clearFaults(); });
-        add("intcm 4", "<core> <index>", "close a channel", 2, [this](const QStringList &a) { closeChannel(a); });
-        add("inject 8", "<core + 1>", "late interrupt", 1, [this](const QStringList &a) { inject(a.first()); });
     }
 
     QString name() const override { return QStringLiteral("intcm"); }
-    void reset(ResetKind, int) override
+    void reset(ResetKind) override
     {
         m_channels = defaults;
         m_record.clear();
@@ -74,14 +70,20 @@ private:
         return c && i ? &m_channels[*c * intcm::kMonitorsPerCore + *i] : nullptr;
     }
 
+    void restore()
+    {
+        m_channels = defaults;
+        sendStatus();
+    }
+
     void configure(const QStringList &arguments)
     {
         intcm::Channel *wanted = channel(arguments[1], arguments[2]);
-        const auto latency = decimal(arguments[3], kLargestLatency);
+        const auto latency = decimal(arguments[3], kMaxLatency);
         const auto irq = decimal(arguments[4], 0xFFFF);
         int mode = 0;
-        for (int i = 1; i < static_cast<int>(std::size(modeWords)); ++i)
-            mode = arguments[0] == QLatin1String(modeWords[i]) ? i : mode;
+        for (quint8 i = 1; i <= kLastMode; ++i)
+            mode = arguments[0] == intcm::modeName(i) ? i : mode;
         if (!wanted || !latency || !irq || mode == 0) {
             m_board.say(
                 QStringLiteral("usage: intcm IACK|EOI|SW <core 0-2> <index 0-2> <latency 0-16777215> <irq 0-65535>"));
@@ -132,7 +134,7 @@ private:
     void detect(std::size_t i)
     {
         intcm::Channel late = m_channels[i];
-        late.timer = std::min(late.latency + static_cast<quint32>(m_board.drawn(120, 1200)), kLargestLatency);
+        late.timer = std::min(late.latency + static_cast<quint32>(m_board.drawn(120, 1200)), kMaxLatency);
         if (m_record.size() < kRecordLimit)
             m_record.push_back(late);
         m_board.reportFault(static_cast<quint8>(kFirstFault + i));
@@ -169,3 +171,5 @@ std::unique_ptr<Unit> makeInterruptMonitor(Board &board)
 {
     return std::make_unique<InterruptMonitor>(board);
 }
+
+} // namespace simulator

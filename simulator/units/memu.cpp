@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <array>
 
+namespace simulator {
+
 namespace {
 
 using protocol::ModuleId;
@@ -42,43 +44,22 @@ class MemoryErrors : public Unit
 public:
     explicit MemoryErrors(Board &board) : m_board(board)
     {
-        for (unsigned number = 1; number <= 2 * memories.size(); ++number) {
-            const Memory &memory = memories[(number - 1) / 2];
-            const int count = memory.takesData ? 2 : 1;
-            board.addCommand({QStringLiteral("inject 9 %1").arg(number),
-                              memory.takesData ? QStringLiteral("<offset> <data>") : QStringLiteral("<offset>"),
-                              QStringLiteral("%1-bit error in %2, hexadecimal")
-                                  .arg(number % 2 ? 1 : 2)
-                                  .arg(QLatin1String(memory.name)),
-                              count, count, [this, number](const QStringList &a) { inject(number - 1, a); }});
-        }
-        board.addCommand(
-            {QStringLiteral("inject 9 7"), {}, QStringLiteral("data cache error"), 0, 0, [&board](const QStringList &) {
-                 board.reportFault(kCacheFault);
-             }});
-        board.addCommand(
-            {QStringLiteral("memu 1"), {}, QStringLiteral("memory fault record"), 0, 0, [this](const QStringList &) {
-                 sendRecord();
-             }});
-        board.addCommand({QStringLiteral("memu 2"),
-                          {},
-                          QStringLiteral("clear memory fault record"),
-                          0,
-                          0,
-                          [this](const QStringList &) {
-                              m_record.clear();
-                              sendRecord();
-                          }});
-        board.addCommand({QStringLiteral("memu 3"),
-                          {},
-                          QStringLiteral("clear memory fault status"),
-                          0,
-                          0,
-                          [this](const QStringList &) { clearStatus(); }});
+        board.addCommands({
+            {"inject 9 1", "<offset>", "1-bit error in flash, hexadecimal", [this](auto &a) { inject(0, a); }},
+            {"inject 9 2", "<offset>", "2-bit error in flash", [this](auto &a) { inject(1, a); }},
+            {"inject 9 3", "<offset> <data>", "1-bit error in peripheral RAM", [this](auto &a) { inject(2, a); }},
+            {"inject 9 4", "<offset> <data>", "2-bit error in peripheral RAM", [this](auto &a) { inject(3, a); }},
+            {"inject 9 5", "<offset> <data>", "1-bit error in system RAM", [this](auto &a) { inject(4, a); }},
+            {"inject 9 6", "<offset> <data>", "2-bit error in system RAM", [this](auto &a) { inject(5, a); }},
+            {"inject 9 7", "data cache error", [&board] { board.reportFault(kCacheFault); }},
+            {"memu 1", "memory fault record", [this] { sendRecord(); }},
+            {"memu 2", "clear memory fault record", [this] { clearRecord(); }},
+            {"memu 3", "clear memory fault status", [this] { clearStatus(); }},
+        });
     }
 
     QString name() const override { return QStringLiteral("memu"); }
-    void reset(ResetKind, int) override { m_record.clear(); }
+    void reset(ResetKind) override { m_record.clear(); }
     QString status() const override { return QStringLiteral("%1 errors recorded").arg(m_record.size()); }
 
 private:
@@ -125,6 +106,12 @@ private:
         m_board.send(ModuleId::Memu, memu::FaultRecordReport, payload.take());
     }
 
+    void clearRecord()
+    {
+        m_record.clear();
+        sendRecord();
+    }
+
     void clearStatus()
     {
         for (const Memory &memory : memories) {
@@ -144,3 +131,5 @@ std::unique_ptr<Unit> makeMemoryErrors(Board &board)
 {
     return std::make_unique<MemoryErrors>(board);
 }
+
+} // namespace simulator

@@ -8,6 +8,8 @@
 #include "simulator/unit.h"
 #include "simulator/units.h"
 
+namespace simulator {
+
 namespace {
 
 using protocol::ModuleId;
@@ -36,32 +38,24 @@ class PowerManagement : public Unit
 public:
     explicit PowerManagement(Board &board) : m_board(board)
     {
-        const auto add = [&board](const char *words, const char *arguments, const char *help, int count,
-                                  Board::Handler run) {
-            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help),
-                              count, count, std::move(run)});
-        };
-        add("get 6", "", "voltage detectors", 0, [this](const QStringList &) { sendStatus(); });
-        add("pmc 1", "", "all detector self-tests", 0, [this](const QStringList &) { testAll(); });
-        add("pmc 2", "<detector>", "one detector self-test", 1, [this](const QStringList &a) { testOne(a.first()); });
-        add("pmc 3", "<detector>", "switch a detector on (10: all)", 1,
-            [this](const QStringList &a) { turn(a.first(), true); });
-        add("pmc 4", "<detector>", "switch a detector off (10: all)", 1,
-            [this](const QStringList &a) { turn(a.first(), false); });
-        add("pmc 5", "", "detectors to their defaults", 0, [this](const QStringList &) {
-            m_on = kAllOn;
-            sendStatus();
+        board.addCommands({
+            {"get 6", "voltage detectors", [this] { sendStatus(); }},
+            {"pmc 1", "all detector self-tests", [this] { testAll(); }},
+            {"pmc 2", "<detector>", "one detector self-test", [this](auto &a) { testOne(a[0]); }},
+            {"pmc 3", "<detector>", "switch a detector on (10: all)", [this](auto &a) { turn(a[0], true); }},
+            {"pmc 4", "<detector>", "switch a detector off (10: all)", [this](auto &a) { turn(a[0], false); }},
+            {"pmc 5", "detectors to their defaults", [this] { restore(); }},
+            {"pmc 6", "voltage fault record", [this] { sendRecord(); }},
+            {"pmc 7", "clear voltage faults", [this] { clearFaults(); }},
+            {"inject 4 1", "temperature out of range", [this] { detect(0); }},
+            {"inject 4 2", "core voltage too high", [this] { detectWith(1, 1); }},
+            {"inject 4 3", "core voltage too low", [this] { detectWith(0, 2); }},
+            {"inject 4 4", "LVD self-test fails", [this] { failSelfTest(); }},
         });
-        add("pmc 6", "", "voltage fault record", 0, [this](const QStringList &) { sendRecord(); });
-        add("pmc 7", "", "clear voltage faults", 0, [this](const QStringList &) { clearFaults(); });
-        add("inject 4 1", "", "temperature out of range", 0, [this](const QStringList &) { detect(0); });
-        add("inject 4 2", "", "core voltage too high", 0, [this](const QStringList &) { detectWith(1, 1); });
-        add("inject 4 3", "", "core voltage too low", 0, [this](const QStringList &) { detectWith(0, 2); });
-        add("inject 4 4", "", "LVD self-test fails", 0, [this](const QStringList &) { failSelfTest(); });
     }
 
     QString name() const override { return QStringLiteral("pmc"); }
-    void reset(ResetKind kind, int) override
+    void reset(ResetKind kind) override
     {
         m_record.clear();
         if (kind != ResetKind::Functional)
@@ -80,6 +74,12 @@ private:
     void sendStatus()
     {
         m_board.send(ModuleId::Pmc, pmc::DetectorReport, PayloadWriter().u8(kTemperatureSensor).u8(m_on).take());
+    }
+
+    void restore()
+    {
+        m_on = kAllOn;
+        sendStatus();
     }
 
     void sendSelfTest(pmc::Detector code, bool passed)
@@ -177,3 +177,5 @@ std::unique_ptr<Unit> makePowerManagement(Board &board)
 {
     return std::make_unique<PowerManagement>(board);
 }
+
+} // namespace simulator

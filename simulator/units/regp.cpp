@@ -8,6 +8,8 @@
 #include "simulator/unit.h"
 #include "simulator/units.h"
 
+namespace simulator {
+
 namespace {
 
 using protocol::ModuleId;
@@ -22,32 +24,29 @@ class RegisterProtection : public Unit
 public:
     explicit RegisterProtection(Board &board) : m_board(board)
     {
-        const auto add = [this, &board](int number, const char *help, void (RegisterProtection::*write)(quint32)) {
-            board.addCommand({QStringLiteral("regP %1").arg(number), QStringLiteral("<data>"),
-                              QString::fromLatin1(help), 1, 1,
-                              [this, write](const QStringList &a) { take(a.first(), write); }});
+        const auto write = [this](void (RegisterProtection::*way)(quint32)) {
+            return [this, way](const QStringList &arguments) { take(arguments[0], way); };
         };
-        board.addCommand(
-            {QStringLiteral("get 8"), {}, QStringLiteral("register protection"), 0, 0, [this](const QStringList &) {
-                 sendStatus();
-             }});
-        board.addCommand(
-            {QStringLiteral("regP 1"), {}, QStringLiteral("soft lock off"), 0, 0, [this](const QStringList &) {
-                 unlock();
-                 sendStatus();
-             }});
-        add(2, "soft lock by writing the mirror space", &RegisterProtection::writeMirror);
-        add(3, "soft lock by its bit, then write", &RegisterProtection::lockThenWrite);
-        add(4, "hard lock, then write the mirror space", &RegisterProtection::hardLockThenWrite);
-        add(5, "write the register", &RegisterProtection::write);
+        board.addCommands({
+            {"get 8", "register protection", [this] { sendStatus(); }},
+            {"regP 1", "soft lock off", [this] { unlock(); }},
+            {"regP 2", "<data>", "soft lock by writing the mirror space", write(&RegisterProtection::writeMirror)},
+            {"regP 3", "<data>", "soft lock by its bit, then write", write(&RegisterProtection::lockThenWrite)},
+            {"regP 4", "<data>", "hard lock, then write the mirror space",
+             write(&RegisterProtection::hardLockThenWrite)},
+            {"regP 5", "<data>", "write the register", write(&RegisterProtection::write)},
+        });
     }
 
     QString name() const override { return QStringLiteral("regp"); }
     // The locks outlive a functional reset.
-    void reset(ResetKind kind, int) override
+    void reset(ResetKind kind) override
     {
-        if (kind != ResetKind::Functional)
-            m_value = kResetValue, m_softLock = 0, m_hardLock = false;
+        if (kind == ResetKind::Functional)
+            return;
+        m_value = kResetValue;
+        m_softLock = 0;
+        m_hardLock = false;
     }
     QString status() const override
     {
@@ -104,7 +103,11 @@ private:
         writeMirror(value);
     }
 
-    void unlock() { setSoftLock(0); }
+    void unlock()
+    {
+        setSoftLock(0);
+        sendStatus();
+    }
 
     void sendStatus()
     {
@@ -124,3 +127,5 @@ std::unique_ptr<Unit> makeRegisterProtection(Board &board)
 {
     return std::make_unique<RegisterProtection>(board);
 }
+
+} // namespace simulator

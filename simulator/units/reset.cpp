@@ -5,9 +5,10 @@
 #include "protocol/payload.h"
 #include "simulator/arguments.h"
 #include "simulator/board.h"
-#include "simulator/resetreason.h"
 #include "simulator/unit.h"
 #include "simulator/units.h"
+
+namespace simulator {
 
 namespace {
 
@@ -38,24 +39,26 @@ class ResetGeneration : public Unit
 public:
     explicit ResetGeneration(Board &board) : m_board(board)
     {
-        board.setResetRule([this](ResetKind kind, int reason, int source) { return rule(kind, reason, source); });
-        board.addCommand({QStringLiteral("get 9"),
-                          {},
-                          QStringLiteral("reset reasons, escalation thresholds"),
-                          0,
-                          0,
-                          [this](const QStringList &) { announce(); }});
-        for (Counter *counter : {&m_functional, &m_destructive})
-            addCommands(*counter, counter == &m_functional ? 1 : 2);
+        board.addCommands({
+            {"get 9", "reset reasons, escalation thresholds", [this] { announce(); }},
+            {"resetEsca 1 1", "functional escalation on or off", [this] { toggle(m_functional); }},
+            {"resetEsca 1 2", "clear the functional counter", [this] { clear(m_functional); }},
+            {"resetEsca 1 3", "<0-255>", "functional threshold", [this](auto &a) { setThreshold(m_functional, a[0]); }},
+            {"resetEsca 2 1", "destructive escalation on or off", [this] { toggle(m_destructive); }},
+            {"resetEsca 2 2", "clear the destructive counter", [this] { clear(m_destructive); }},
+            {"resetEsca 2 3", "<0-255>", "destructive threshold",
+             [this](auto &a) { setThreshold(m_destructive, a[0]); }},
+        });
     }
 
     QString name() const override { return QStringLiteral("reset"); }
 
-    void reset(ResetKind kind, int reason) override
+    void reset(ResetKind kind) override
     {
-        m_reason = reason;
-        if (kind == ResetKind::PowerOn)
+        if (kind == ResetKind::PowerOn) {
+            m_reason = Reason::PowerOn;
             m_destructive = {};
+        }
         if (kind != ResetKind::Functional)
             m_functional = {kDefaultThreshold, 0};
     }
@@ -69,39 +72,42 @@ public:
     QString status() const override
     {
         return QStringLiteral("last: %1; functional %2 of %3, destructive %4 of %5")
-            .arg(reset::reasonText(m_reason))
+            .arg(reset::reasonText(static_cast<int>(m_reason)))
             .arg(m_functional.count)
             .arg(m_functional.threshold)
             .arg(m_destructive.count)
             .arg(m_destructive.threshold);
     }
 
-private:
-    void addCommands(Counter &counter, int kind)
+    // Counts resets; the one that reaches a threshold becomes a destructive one, or keeps the chip in reset.
+    bool replacesReset(Reason reason, std::optional<quint8> source) override
     {
-        const QString head = QStringLiteral("resetEsca %1 ").arg(kind);
-        const QString what = kind == 1 ? QStringLiteral("functional") : QStringLiteral("destructive");
-        m_board.addCommand({head + QLatin1Char('1'),
-                            {},
-                            what + QStringLiteral(" escalation on or off"),
-                            0,
-                            0,
-                            [this, &counter](const QStringList &) {
-                                counter = {counter.threshold == 0 ? kDefaultThreshold : 0, 0};
-                                sendThresholds();
-                            }});
-        m_board.addCommand({head + QLatin1Char('2'),
-                            {},
-                            QStringLiteral("clear the ") + what + QStringLiteral(" counter"),
-                            0,
-                            0,
-                            [this, &counter](const QStringList &) {
-                                counter.count = 0;
-                                sendThresholds();
-                            }});
-        m_board.addCommand(
-            {head + QLatin1Char('3'), QStringLiteral("<0-255>"), what + QStringLiteral(" threshold"), 1, 1,
-             [this, &counter](const QStringList &arguments) { setThreshold(counter, arguments.first()); }});
+        const ResetKind kind = kindOf(reason);
+        if (kind == ResetKind::Functional && m_functional.step()) {
+            m_board.restart(Reason::FunctionalEscalation);
+            return true;
+        }
+        if (kind == ResetKind::Destructive && m_destructive.step()) {
+            m_board.say(QStringLiteral("destructive reset escalation: held in reset until the next power-on"));
+            m_board.holdInReset();
+            return true;
+        }
+        m_reason = reason;
+        m_source = source;
+        return false;
+    }
+
+private:
+    void toggle(Counter &counter)
+    {
+        counter = {counter.threshold == 0 ? kDefaultThreshold : 0, 0};
+        sendThresholds();
+    }
+
+    void clear(Counter &counter)
+    {
+        counter.count = 0;
+        sendThresholds();
     }
 
     void setThreshold(Counter &counter, const QString &text)
@@ -115,31 +121,15 @@ private:
         sendThresholds();
     }
 
-    // Counts resets; the one that reaches a threshold becomes a destructive one, or keeps the chip in reset.
-    bool rule(ResetKind kind, int, int source)
-    {
-        m_source = source;
-        if (kind == ResetKind::Functional && m_functional.step()) {
-            m_board.restart(ResetKind::Destructive, FunctionalEscalation);
-            return true;
-        }
-        if (kind == ResetKind::Destructive && m_destructive.step()) {
-            m_board.say(QStringLiteral("destructive reset escalation: held in reset until the next power-on"));
-            m_board.holdInReset();
-            return true;
-        }
-        return false;
-    }
-
     void sendReasons()
     {
         QByteArray payload(1 + (reset::kReasonCount + reset::kSourceFlagCount) / 8, '\0');
         const auto setFlag = [&payload](int at, int flag) {
             payload[at + flag / 8] = static_cast<char>(payload[at + flag / 8] | 0x80 >> flag % 8);
         };
-        setFlag(1, m_reason);
-        if (m_source >= 0 && (m_reason == reset::kFccuShort || m_reason == reset::kFccuLong))
-            setFlag(1 + reset::kReasonCount / 8, reset::faultOfFlag(m_source)); // the same reversal both ways
+        setFlag(1, static_cast<int>(m_reason));
+        if (m_source && hasSources(m_reason))
+            setFlag(1 + reset::kReasonCount / 8, reset::faultOfFlag(*m_source)); // the same reversal both ways
         m_board.send(ModuleId::Reset, reset::ReasonReport, payload);
     }
 
@@ -152,8 +142,8 @@ private:
     Board &m_board;
     Counter m_functional;
     Counter m_destructive;
-    int m_reason = PowerOnReset;
-    int m_source = -1;
+    Reason m_reason = Reason::PowerOn;
+    std::optional<quint8> m_source;
 };
 
 } // namespace
@@ -162,3 +152,5 @@ std::unique_ptr<Unit> makeResetGeneration(Board &board)
 {
     return std::make_unique<ResetGeneration>(board);
 }
+
+} // namespace simulator

@@ -6,6 +6,8 @@
 #include "simulator/unit.h"
 #include "simulator/units.h"
 
+namespace simulator {
+
 namespace {
 
 using protocol::ModuleId;
@@ -21,7 +23,7 @@ public:
 
     QString name() const override { return QStringLiteral("stcu"); }
     // The tests run while the chip is in a destructive or power-on reset; a functional one keeps their results.
-    void reset(ResetKind kind, int) override { m_runs += kind == ResetKind::Functional ? 0 : 1; }
+    void reset(ResetKind kind) override { m_runs += kind == ResetKind::Functional ? 0 : 1; }
     void announce() override
     {
         const QByteArray partitions = QByteArray::fromHex("00FFFF"); // unused, executed, passed
@@ -43,3 +45,5 @@ std::unique_ptr<Unit> makeSelfTest(Board &board)
 {
     return std::make_unique<SelfTest>(board);
 }
+
+} // namespace simulator

@@ -10,6 +10,8 @@
 
 #include <array>
 
+namespace simulator {
+
 namespace {
 
 using protocol::ModuleId;
@@ -55,24 +57,19 @@ class MemoryProtection : public Unit
 public:
     explicit MemoryProtection(Board &board) : m_board(board)
     {
-        const auto add = [&board](const char *words, const char *help, Board::Handler run) {
-            board.addCommand({QString::fromLatin1(words), {}, QString::fromLatin1(help), 0, 0, std::move(run)});
-        };
-        add("get 5", "memory protection regions", [this](const QStringList &) { sendRegions(); });
-        add("smpu 1", "all protection on", [this](const QStringList &) { turnAll(true); });
-        add("smpu 2", "all protection off", [this](const QStringList &) { turnAll(false); });
-        add("smpu 3", "regions to their defaults", [this](const QStringList &) {
-            m_regions = defaults;
-            sendRegions();
+        board.addCommands({
+            {"get 5", "memory protection regions", [this] { sendRegions(); }},
+            {"smpu 1", "all protection on", [this] { turnAll(true); }},
+            {"smpu 2", "all protection off", [this] { turnAll(false); }},
+            {"smpu 3", "regions to their defaults", [this] { restore(); }},
+            {"smpu 4", "memory protection fault record", [this] { sendRecord(); }},
+            {"smpu 5", "clear memory protection faults", [this] { clearFaults(); }},
+            {"inject 6", "<1-6>", "forbidden access", [this](auto &a) { inject(a[0]); }},
         });
-        add("smpu 4", "memory protection fault record", [this](const QStringList &) { sendRecord(); });
-        add("smpu 5", "clear memory protection faults", [this](const QStringList &) { clearFaults(); });
-        board.addCommand({QStringLiteral("inject 6"), QStringLiteral("<1-6>"), QStringLiteral("forbidden access"), 1, 1,
-                          [this](const QStringList &a) { inject(a.first()); }});
     }
 
     QString name() const override { return QStringLiteral("smpu"); }
-    void reset(ResetKind, int) override
+    void reset(ResetKind) override
     {
         m_regions = defaults;
         m_record.clear();
@@ -101,6 +98,12 @@ private:
             halves(payload, region.end);
             m_board.send(ModuleId::Smpu, smpu::RegionReport, payload.take());
         }
+    }
+
+    void restore()
+    {
+        m_regions = defaults;
+        sendRegions();
     }
 
     void turnAll(bool on)
@@ -168,3 +171,5 @@ std::unique_ptr<Unit> makeMemoryProtection(Board &board)
 {
     return std::make_unique<MemoryProtection>(board);
 }
+
+} // namespace simulator

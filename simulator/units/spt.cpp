@@ -9,6 +9,8 @@
 
 #include <QElapsedTimer>
 
+namespace simulator {
+
 namespace {
 
 using protocol::ModuleId;
@@ -32,17 +34,16 @@ class SignalProcessing : public Unit
 public:
     explicit SignalProcessing(Board &board) : m_board(board)
     {
-        const auto add = [&board](const char *words, const char *help, Board::Handler run) {
-            board.addCommand({QString::fromLatin1(words), {}, QString::fromLatin1(help), 0, 0, std::move(run)});
-        };
-        add("inject 10 1", "operand RAM parity error", [this](const QStringList &) { detect(kOram); });
-        add("inject 10 2", "twiddle RAM content error", [this](const QStringList &) { detect(kTram); });
-        add("spt 1", "signal processing fault record", [this](const QStringList &) { sendRecord(); });
-        add("spt 2", "clear signal processing faults", [this](const QStringList &) { clearFaults(); });
+        board.addCommands({
+            {"inject 10 1", "operand RAM parity error", [this] { detect(kOram); }},
+            {"inject 10 2", "twiddle RAM content error", [this] { detect(kTram); }},
+            {"spt 1", "signal processing fault record", [this] { sendRecord(); }},
+            {"spt 2", "clear signal processing faults", [this] { clearFaults(); }},
+        });
     }
 
     QString name() const override { return QStringLiteral("spt"); }
-    void reset(ResetKind, int) override
+    void reset(ResetKind) override
     {
         m_record.clear();
         m_running.start();
@@ -98,3 +99,5 @@ std::unique_ptr<Unit> makeSignalProcessing(Board &board)
 {
     return std::make_unique<SignalProcessing>(board);
 }
+
+} // namespace simulator

@@ -5,13 +5,14 @@
 #include "protocol/payload.h"
 #include "simulator/arguments.h"
 #include "simulator/board.h"
-#include "simulator/resetreason.h"
 #include "simulator/unit.h"
 #include "simulator/units.h"
 
 #include <QElapsedTimer>
 
 #include <array>
+
+namespace simulator {
 
 namespace {
 
@@ -28,37 +29,27 @@ struct Watchdog {
 
 constexpr quint8 kFirstFault = 13; // of watchdog 0
 constexpr int kReactionMs = 1000;  // from the report of a time-out to the reset that it causes
-constexpr unsigned kLongestMs = 65535;
+constexpr unsigned kMaxTimeoutMs = 65535;
 
 class Watchdogs : public Unit
 {
 public:
     explicit Watchdogs(Board &board) : m_board(board)
     {
-        const auto add = [&board](const char *words, const char *arguments, const char *help, int count,
-                                  Board::Handler run) {
-            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help),
-                              count, count, std::move(run)});
-        };
-        add("get 2", "", "watchdogs", 0, [this](const QStringList &) { sendAll(); });
-        add("swt 1", "<watchdog> <ms>", "fixed service sequence and time-out", 2,
-            [this](const QStringList &a) { configure(0, a); });
-        add("swt 2", "<watchdog> <ms>", "keyed service sequence and time-out", 2,
-            [this](const QStringList &a) { configure(1, a); });
-        add("swt 3", "<watchdog>", "switch a watchdog on (4: all)", 1,
-            [this](const QStringList &a) { turn(a.first(), true); });
-        add("swt 4", "<watchdog>", "switch a watchdog off (4: all)", 1,
-            [this](const QStringList &a) { turn(a.first(), false); });
-        add("swt 5", "", "watchdogs to their defaults", 0, [this](const QStringList &) {
-            m_watchdogs = {};
-            sendAll();
+        board.addCommands({
+            {"get 2", "watchdogs", [this] { sendAll(); }},
+            {"swt 1", "<watchdog> <ms>", "fixed service sequence and time-out", [this](auto &a) { configure(0, a); }},
+            {"swt 2", "<watchdog> <ms>", "keyed service sequence and time-out", [this](auto &a) { configure(1, a); }},
+            {"swt 3", "<watchdog>", "switch a watchdog on (4: all)", [this](auto &a) { turn(a[0], true); }},
+            {"swt 4", "<watchdog>", "switch a watchdog off (4: all)", [this](auto &a) { turn(a[0], false); }},
+            {"swt 5", "watchdogs to their defaults", [this] { restore(); }},
+            {"inject 3 1", "watchdog 0 runs out", [this] { starve(); }},
+            {"inject 3 2", "invalid access to watchdog 0", [this] { accessWrongly(); }},
         });
-        add("inject 3 1", "", "watchdog 0 runs out", 0, [this](const QStringList &) { starve(); });
-        add("inject 3 2", "", "invalid access to watchdog 0", 0, [this](const QStringList &) { accessWrongly(); });
     }
 
     QString name() const override { return QStringLiteral("swt"); }
-    void reset(ResetKind, int) override
+    void reset(ResetKind) override
     {
         m_watchdogs = {};
         m_served.start();
@@ -91,10 +82,16 @@ private:
             send(i);
     }
 
+    void restore()
+    {
+        m_watchdogs = {};
+        sendAll();
+    }
+
     void configure(unsigned mode, const QStringList &arguments)
     {
         const auto number = decimal(arguments[0], swt::kWatchdogCount);
-        const auto timeout = decimal(arguments[1], kLongestMs);
+        const auto timeout = decimal(arguments[1], kMaxTimeoutMs);
         if (!number || *number == 0 || !timeout || *timeout == 0) {
             m_board.say(QStringLiteral("usage: swt <mode> <watchdog 1-3> <1-65535 ms>"));
             return;
@@ -141,7 +138,7 @@ private:
             return;
         }
         m_board.reportFault(kFirstFault);
-        m_board.after(kReactionMs, [this] { m_board.restart(ResetKind::Functional, FccuLongFunctional, kFirstFault); });
+        m_board.after(kReactionMs, [this] { m_board.restart(Reason::FccuLong, kFirstFault); });
     }
 
     void accessWrongly()
@@ -163,3 +160,5 @@ std::unique_ptr<Unit> makeWatchdogs(Board &board)
 {
     return std::make_unique<Watchdogs>(board);
 }
+
+} // namespace simulator

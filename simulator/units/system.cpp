@@ -4,9 +4,10 @@
 
 #include "protocol/payload.h"
 #include "simulator/board.h"
-#include "simulator/resetreason.h"
 #include "simulator/unit.h"
 #include "simulator/units.h"
+
+namespace simulator {
 
 namespace {
 
@@ -22,30 +23,16 @@ class System : public Unit
 public:
     explicit System(Board &board) : m_board(board)
     {
-        board.addCommand({QStringLiteral("get 0"),
-                          {},
-                          QStringLiteral("greeting, state of the fault collection unit"),
-                          0,
-                          0,
-                          [this](const QStringList &) { greet(); }});
-        board.addCommand({QStringLiteral("get 1"),
-                          {},
-                          QStringLiteral("operating mode, firmware version"),
-                          0,
-                          0,
-                          [this](const QStringList &) { announce(); }});
-        board.addCommand(
-            {QStringLiteral("inject 1"), {}, QStringLiteral("functional reset"), 0, 0, [&board](const QStringList &) {
-                 board.restart(ResetKind::Functional, SoftwareFunctional);
-             }});
-        board.addCommand(
-            {QStringLiteral("inject 2"), {}, QStringLiteral("destructive reset"), 0, 0, [&board](const QStringList &) {
-                 board.restart(ResetKind::Destructive, SoftwareDestructive);
-             }});
+        board.addCommands({
+            {"get 0", "greeting, state of the fault collection unit", [this] { greet(); }},
+            {"get 1", "operating mode, firmware version", [this] { announce(); }},
+            {"inject 1", "functional reset", [&board] { board.restart(Reason::SoftwareFunctional); }},
+            {"inject 2", "destructive reset", [&board] { board.restart(Reason::SoftwareDestructive); }},
+        });
     }
 
     QString name() const override { return QStringLiteral("system"); }
-    void reset(ResetKind, int) override { m_mode = kRun0; }
+    void reset(ResetKind) override { m_mode = kRun0; }
     void announce() override
     {
         m_board.send(
@@ -71,3 +58,5 @@ std::unique_ptr<Unit> makeSystem(Board &board)
 {
     return std::make_unique<System>(board);
 }
+
+} // namespace simulator

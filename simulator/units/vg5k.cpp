@@ -7,6 +7,8 @@
 #include "simulator/unit.h"
 #include "simulator/units.h"
 
+namespace simulator {
+
 namespace {
 
 using protocol::ModuleId;
@@ -20,15 +22,11 @@ class PowerChip : public Unit
 public:
     explicit PowerChip(Board &board) : m_board(board)
     {
-        board.addCommand(
-            {QStringLiteral("get 10"), {}, QStringLiteral("power chip"), 0, 0, [this](const QStringList &) {
-                 sendAll();
-             }});
-        QObject::connect(&board, &Board::faultReported, &board, [this] { countFault(); });
+        board.addCommands({{"get 10", "power chip", [this] { sendAll(); }}});
     }
 
     QString name() const override { return QStringLiteral("vg5k"); }
-    void reset(ResetKind kind, int) override
+    void reset(ResetKind kind) override
     {
         if (kind == ResetKind::Functional)
             return;
@@ -46,6 +44,13 @@ public:
     QString status() const override
     {
         return QStringLiteral("fail-safe state %1, %2 faults counted").arg(m_state).arg(m_counter);
+    }
+
+    void faultReported(quint8) override
+    {
+        if (m_counter < 255)
+            ++m_counter;
+        sendItem(vg5k::FaultCounter, m_counter);
     }
 
 private:
@@ -71,13 +76,6 @@ private:
             m_board.after(kStepMs, [this] { step(); });
     }
 
-    void countFault()
-    {
-        if (m_counter < 255)
-            ++m_counter;
-        sendItem(vg5k::FaultCounter, m_counter);
-    }
-
     Board &m_board;
     vg5k::FailSafe m_state = vg5k::NormalFs;
     unsigned m_counter = 0;
@@ -90,3 +88,5 @@ std::unique_ptr<Unit> makePowerChip(Board &board)
 {
     return std::make_unique<PowerChip>(board);
 }
+
+} // namespace simulator

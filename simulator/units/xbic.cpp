@@ -10,6 +10,8 @@
 
 #include <array>
 
+namespace simulator {
+
 namespace {
 
 using protocol::ModuleId;
@@ -38,27 +40,19 @@ class CrossbarCheckers : public Unit
 public:
     explicit CrossbarCheckers(Board &board) : m_board(board)
     {
-        const auto add = [&board](const char *words, const char *arguments, const char *help, int count,
-                                  Board::Handler run) {
-            board.addCommand({QString::fromLatin1(words), QString::fromLatin1(arguments), QString::fromLatin1(help),
-                              count, count, std::move(run)});
-        };
-        add("get 11", "", "crossbar checkers", 0, [this](const QStringList &) { sendEnables(); });
-        add("xbic 1", "<checker>", "switch a crossbar checker on", 1,
-            [this](const QStringList &a) { turn(a.first(), true); });
-        add("xbic 2", "<checker>", "switch a crossbar checker off", 1,
-            [this](const QStringList &a) { turn(a.first(), false); });
-        add("xbic 3", "", "crossbar checkers to their defaults", 0, [this](const QStringList &) {
-            m_enabled = xbic::kCheckerMask;
-            sendEnables();
+        board.addCommands({
+            {"get 11", "crossbar checkers", [this] { sendEnables(); }},
+            {"xbic 1", "<checker>", "switch a crossbar checker on", [this](auto &a) { turn(a[0], true); }},
+            {"xbic 2", "<checker>", "switch a crossbar checker off", [this](auto &a) { turn(a[0], false); }},
+            {"xbic 3", "crossbar checkers to their defaults", [this] { restore(); }},
+            {"xbic 4", "crossbar fault record", [this] { sendRecord(); }},
+            {"xbic 5", "clear crossbar faults", [this] { clearFaults(); }},
+            {"inject 7", "<checker+1>", "crossbar error", [this](auto &a) { inject(a[0]); }},
         });
-        add("xbic 4", "", "crossbar fault record", 0, [this](const QStringList &) { sendRecord(); });
-        add("xbic 5", "", "clear crossbar faults", 0, [this](const QStringList &) { clearFaults(); });
-        add("inject 7", "<checker + 1>", "crossbar error", 1, [this](const QStringList &a) { inject(a.first()); });
     }
 
     QString name() const override { return QStringLiteral("xbic"); }
-    void reset(ResetKind, int) override
+    void reset(ResetKind) override
     {
         m_enabled = xbic::kCheckerMask;
         m_record.clear();
@@ -72,6 +66,12 @@ public:
 
 private:
     void sendEnables() { m_board.send(ModuleId::Xbic, xbic::EnableReport, PayloadWriter().u8(m_enabled).take()); }
+
+    void restore()
+    {
+        m_enabled = xbic::kCheckerMask;
+        sendEnables();
+    }
 
     void turn(const QString &text, bool on)
     {
@@ -133,3 +133,5 @@ std::unique_ptr<Unit> makeCrossbarCheckers(Board &board)
 {
     return std::make_unique<CrossbarCheckers>(board);
 }
+
+} // namespace simulator

@@ -79,7 +79,7 @@ class TestWeather : public QObject
     Q_OBJECT
 
 private:
-    VirtualBoard &board() { return m_bench->virtualBoard(); }
+    simulator::VirtualBoard &board() { return m_bench->virtualBoard(); }
 
     // Asks until the answer is shown: a damaged frame may take the one behind it along.
     bool recovers()
@@ -115,7 +115,7 @@ private:
 private slots:
     void initTestCase()
     {
-        VirtualBoard::Options options;
+        simulator::VirtualBoard::Options options;
         options.paced = false;
         options.link = m_folder.filePath("board");
         m_bench = std::make_unique<Workbench>(options);

@@ -10,6 +10,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+using namespace simulator;
+
 namespace {
 
 // Frames as "module/type payload", lower case; texts as "say TEXT".
@@ -296,7 +298,7 @@ private slots:
         QCOMPARE(recorder.take(), QStringLiteral("say h"));
         shell.take("elp\r");
         const QString help = recorder.take();
-        for (const Board::Command &command : board.commands())
+        for (const Command &command : board.commands())
             QVERIFY2(help.contains("say " + command.words), qPrintable(command.words));
         shell.take("status\r\n");
         QCOMPARE(recorder.lines.filter("1;36m").size(), int(board.units().size()));

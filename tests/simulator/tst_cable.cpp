@@ -7,6 +7,8 @@
 #include <bit>
 #include <cmath>
 
+using namespace simulator;
+
 namespace {
 
 struct Ends {
