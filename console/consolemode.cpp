@@ -9,7 +9,7 @@
 void MainWindow::console_mode()
 {
     closeLine(*gSerialPort);
-    showPortState(tr("the console has it"));
+    showPortState(QStringLiteral("the console has it"));
     m_console = new consoleForm;
     m_console->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     m_console->setWindowModality(Qt::ApplicationModal);

@@ -51,10 +51,10 @@ void MainWindow::GUI_Introduce()
 
 void MainWindow::GUI_About()
 {
-    inform(this, tr("About GUI"), QString::fromLatin1(kAbout), QMessageBox::Close);
+    inform(this, QStringLiteral("About GUI"), QString::fromLatin1(kAbout), QMessageBox::Close);
 }
 
 void MainWindow::GUI_License()
 {
-    inform(this, tr("License"), QString::fromLatin1(kLicense), QMessageBox::Close);
+    inform(this, QStringLiteral("License"), QString::fromLatin1(kLicense), QMessageBox::Close);
 }

@@ -15,5 +15,5 @@ introduce::introduce(QWidget *parent) : QWidget(parent)
     picture->setFixedSize(1200, 640);
     picture->setScaledContents(true);
     picture->setPixmap(QPixmap(QStringLiteral(":/images/SW.png")));
-    picture->setAccessibleName(tr("The window and its parts"));
+    picture->setAccessibleName(QStringLiteral("The window and its parts"));
 }

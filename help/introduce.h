@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The window that introduces the program by a picture of it.
+// Introduces the program with an annotated picture of its window.
 #pragma once
 
 #include <QWidget>
