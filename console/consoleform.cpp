@@ -2,7 +2,6 @@
 #include "console/consoleform.h"
 
 #include "app/messagebox.h"
-#include "app/textview.h"
 #include "link/serialline.h"
 #include "link/serialports.h"
 #include "ui_consoleform.h"
@@ -13,7 +12,8 @@
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QThread>
-#include <QTimer>
+
+#include <algorithm>
 
 namespace {
 
@@ -64,7 +64,8 @@ void consoleForm::serialPort_control()
     if (availablePortNames().isEmpty())
         return;
     if (!openLine(m_port, gPortName)) {
-        inform(this, tr("Warning"), QStringLiteral("Serialport can not open, please check."), QMessageBox::Yes);
+        inform(this, QStringLiteral("Warning"), QStringLiteral("Serialport can not open, please check."),
+               QMessageBox::Yes);
         return;
     }
     connect(&m_port, &QSerialPort::readyRead, this, &consoleForm::stringDatain, Qt::UniqueConnection);
@@ -93,16 +94,7 @@ void consoleForm::writeDataBlock(QString instring)
 
 void consoleForm::consolePrint(QList<QString> read, int vector)
 {
-    QScrollBar *bar = ui->textEdit->verticalScrollBar();
-    const bool atEnd = bar->value() >= bar->maximum();
-    QTextCursor edit(ui->textEdit->document());
-    edit.beginEditBlock();
-    for (int i = 0; i < vector && i < read.size(); ++i)
-        m_view->print(read.at(i));
-    edit.endEditBlock();
-    textview::foldOlder(*ui->textEdit);
-    if (atEnd)
-        bar->setValue(bar->maximum());
+    m_view->print(read.mid(0, std::max(vector, 0)));
 }
 
 void consoleForm::sendEscape(const QString &letter)

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "console/terminalview.h"
 
+#include "app/textview.h"
+#include "console/textcolours.h"
+
+#include <QApplication>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextEdit>
@@ -9,21 +14,21 @@
 
 namespace {
 
-// The eight colours of a terminal, then the eight bright ones.
-constexpr QRgb colours[] = {
-    0xFF000000, 0xFFCD3131, 0xFF0DBC79, 0xFFE5E510, 0xFF2472C8, 0xFFBC3FBC, 0xFF11A8CD, 0xFFE5E5E5,
-    0xFF767676, 0xFFF14C4C, 0xFF23D18B, 0xFFF5F543, 0xFF3B8EEA, 0xFFD670D6, 0xFF29B8DB, 0xFFFFFFFF,
-};
-constexpr int kLongestMove = 10000;
+constexpr int kMaxMove = 10000;
 
 int countOf(const QString &parameters)
 {
-    return std::clamp(parameters.toInt(), 1, kLongestMove);
+    return std::clamp(parameters.toInt(), 1, kMaxMove);
 }
 
 bool isFinal(QChar c)
 {
     return (c >= QLatin1Char('A') && c <= QLatin1Char('Z')) || (c >= QLatin1Char('a') && c <= QLatin1Char('z'));
+}
+
+bool movesCursor(QChar c)
+{
+    return c == QLatin1Char('\b') || c == QLatin1Char('\r') || c == QLatin1Char('\n');
 }
 
 } // namespace
@@ -34,11 +39,25 @@ TerminalView::TerminalView(QTextEdit &box) : m_box(box), m_cursor(box.document()
     m_format = m_cursor.charFormat();
 }
 
-void TerminalView::print(const QString &message)
+void TerminalView::print(const QStringList &messages)
+{
+    QScrollBar &bar = *m_box.verticalScrollBar();
+    const bool atEnd = bar.value() >= bar.maximum();
+    m_cursor.beginEditBlock();
+    for (const QString &message : messages)
+        printMessage(message);
+    m_cursor.endEditBlock();
+    textview::foldOlder(m_box);
+    const int value = bar.value();
+    showCursor(); // and scrolls to it
+    bar.setValue(atEnd ? bar.maximum() : value);
+}
+
+void TerminalView::printMessage(const QString &message)
 {
     static const QString introducer = QStringLiteral("\r\x1B[");
     if (!message.startsWith(introducer)) {
-        insert(message);
+        printText(message);
         return;
     }
     const auto letter = std::find_if(message.begin() + introducer.size(), message.end(), isFinal);
@@ -46,60 +65,111 @@ void TerminalView::print(const QString &message)
         return;
     const int end = static_cast<int>(letter - message.begin());
     control(message.mid(introducer.size(), end - introducer.size()), letter->toLatin1());
-    if (end + 1 < message.size())
-        insert(message.mid(end + 1));
+    printText(message.mid(end + 1));
 }
 
-// What stands under the cursor is written over, as on a terminal; a line end moves to the next line.
-void TerminalView::insert(const QString &text)
+// Backspace, carriage return and line feed move the cursor as on a terminal, and text behind them replaces what it meets.
+void TerminalView::printText(const QString &text)
 {
-    if (m_cursor.atEnd()) {
-        m_cursor.insertText(text, m_format);
+    if (!text.isEmpty())
+        m_column = -1;
+    for (auto at = text.begin(); at != text.end();) {
+        const auto end = std::find_if(at, text.end(), movesCursor);
+        if (end != at) {
+            put(text.mid(static_cast<int>(at - text.begin()), static_cast<int>(end - at)));
+            at = end;
+            continue;
+        }
+        if (*at == QLatin1Char('\n'))
+            startLine();
+        else if (*at == QLatin1Char('\r'))
+            moveTo(m_cursor.block(), 0);
+        else
+            moveAcross(-1);
+        m_replacing = true;
+        ++at;
+    }
+}
+
+void TerminalView::put(const QString &run)
+{
+    if (m_replacing && !m_cursor.atBlockEnd()) {
+        const int rest = m_cursor.block().length() - 1 - m_cursor.positionInBlock();
+        m_cursor.setPosition(m_cursor.position() + std::min(run.size(), rest), QTextCursor::KeepAnchor);
+    }
+    m_cursor.insertText(run, m_format);
+}
+
+void TerminalView::startLine()
+{
+    if (m_cursor.block().next().isValid()) {
+        moveTo(m_cursor.block().next(), 0);
         return;
     }
-    for (const QChar c : text) {
-        if (c == QLatin1Char('\n')) {
-            m_cursor.movePosition(QTextCursor::End);
-            m_cursor.insertBlock();
-        } else if (c == QLatin1Char('\b')) {
-            m_cursor.movePosition(QTextCursor::Left);
-        } else if (c != QLatin1Char('\r')) {
-            if (!m_cursor.atBlockEnd())
-                m_cursor.deleteChar();
-            m_cursor.insertText(QString(c), m_format);
-        }
-    }
+    m_cursor.movePosition(QTextCursor::End);
+    m_cursor.insertBlock();
 }
 
 void TerminalView::control(const QString &parameters, char letter)
 {
     switch (letter) {
     case 'A':
-        m_cursor.movePosition(QTextCursor::Up, QTextCursor::MoveAnchor, countOf(parameters));
+        moveDown(-countOf(parameters));
         break;
     case 'B':
-        m_cursor.movePosition(QTextCursor::Down, QTextCursor::MoveAnchor, countOf(parameters));
+        moveDown(countOf(parameters));
         break;
     case 'C':
-        m_cursor.movePosition(QTextCursor::Right, QTextCursor::MoveAnchor, countOf(parameters));
+        moveAcross(countOf(parameters));
         break;
     case 'D':
-        m_cursor.movePosition(QTextCursor::Left, QTextCursor::MoveAnchor, countOf(parameters));
+        moveAcross(-countOf(parameters));
         break;
     case 'K':
-        m_cursor.movePosition(QTextCursor::StartOfBlock);
-        m_cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
-        m_cursor.removeSelectedText();
+        m_column = -1;
+        m_replacing = false;
+        eraseLine();
         break;
     case 'J':
+        m_column = -1;
+        m_replacing = false;
         erase(parameters);
         break;
     case 'm':
-        colour(parameters);
+        selectColours(m_format, parameters);
         break;
     default: // among them "h", a mode that this terminal does not have
         break;
     }
+}
+
+void TerminalView::moveTo(const QTextBlock &line, int column)
+{
+    m_replacing = false;
+    m_cursor.setPosition(line.position() + std::clamp(column, 0, line.length() - 1));
+}
+
+void TerminalView::moveAcross(int columns)
+{
+    m_column = -1;
+    moveTo(m_cursor.block(), m_cursor.positionInBlock() + columns);
+}
+
+void TerminalView::moveDown(int lines)
+{
+    m_column = std::max(m_column, m_cursor.positionInBlock());
+    const QTextDocument &document = *m_box.document();
+    const int line = std::clamp(m_cursor.blockNumber() + lines, 0, document.blockCount() - 1);
+    moveTo(document.findBlockByNumber(line), m_column);
+}
+
+void TerminalView::eraseLine()
+{
+    m_cursor.endEditBlock(); // inside one it is not known where a long line is wrapped
+    m_cursor.movePosition(QTextCursor::StartOfLine);
+    m_cursor.movePosition(QTextCursor::EndOfLine, QTextCursor::KeepAnchor);
+    m_cursor.beginEditBlock();
+    m_cursor.removeSelectedText();
 }
 
 // 0 from the cursor to the end, 1 from the start to the cursor, 2 all.
@@ -107,36 +177,19 @@ void TerminalView::erase(const QString &parameters)
 {
     const int what = parameters.toInt();
     if (what == 2) {
+        m_cursor.endEditBlock();
         m_box.clear();
         m_cursor = QTextCursor(m_box.document());
+        m_cursor.beginEditBlock();
     } else if (what == 0 || what == 1) {
         m_cursor.movePosition(what == 0 ? QTextCursor::End : QTextCursor::Start, QTextCursor::KeepAnchor);
         m_cursor.removeSelectedText();
     }
 }
 
-void TerminalView::colour(const QString &parameters)
+// Not while the user selects text, or is about to.
+void TerminalView::showCursor()
 {
-    const QStringList numbers = parameters.split(QLatin1Char(';'));
-    for (const QString &number : numbers) {
-        const int code = number.toInt(); // none is 0
-        if (code == 0)
-            m_format = QTextCharFormat();
-        else if (code == 1)
-            m_format.setFontWeight(QFont::Bold);
-        else if (code == 22)
-            m_format.setFontWeight(QFont::Normal);
-        else if (code >= 30 && code <= 37)
-            m_format.setForeground(QColor(colours[code - 30]));
-        else if (code >= 90 && code <= 97)
-            m_format.setForeground(QColor(colours[8 + code - 90]));
-        else if (code == 39)
-            m_format.clearForeground();
-        else if (code >= 40 && code <= 47)
-            m_format.setBackground(QColor(colours[code - 40]));
-        else if (code >= 100 && code <= 107)
-            m_format.setBackground(QColor(colours[8 + code - 100]));
-        else if (code == 49)
-            m_format.clearBackground();
-    }
+    if (!m_box.textCursor().hasSelection() && QApplication::mouseButtons() == Qt::NoButton)
+        m_box.setTextCursor(m_cursor);
 }
