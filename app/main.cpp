@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "app/application.h"
 #include "app/startup.h"
-
-#include <QApplication>
 
 int main(int argc, char *argv[])
 {
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     return runWorkbench(application);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/mainwindow.h"
 
+#include "app/application.h"
 #include "app/form.h"
 #include "app/indicators.h"
 #include "app/linerecorder.h"
@@ -53,6 +54,7 @@ constexpr int kSavedShownMs = 4000;
 MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_unique<Ui::MainWindow>())
 {
     loadResources();
+    applyLook();
     setupForm(*ui, *this);
     m_recorder = new LineRecorder(*this);
     connect(m_recorder, &LineRecorder::saved, this, [this](const QString &path) {
@@ -62,6 +64,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_uniq
     QFile sheet(QStringLiteral(":/images/my.qss"));
     if (sheet.open(QIODevice::ReadOnly))
         qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
+    applyLook(); // the style sheet has let the desktop's fonts in again
     init();
 }
 

@@ -19,16 +19,23 @@ QMessageBox::StandardButton answerTo(QMessageBox &box, QMessageBox::StandardButt
 
 } // namespace
 
-QMessageBox::StandardButton inform(QWidget *parent, const QString &title, const QString &text,
-                                   QMessageBox::StandardButtons buttons, QMessageBox::StandardButton defaultButton)
+QWidget *boxParent(QWidget *parent)
 {
-    QMessageBox box(QMessageBox::Information, title, text, buttons, parent);
+    return parent && parent->isVisible() ? parent : nullptr;
+}
+
+QMessageBox::StandardButton inform(QWidget *parent, const QString &title, const QString &text,
+                                   QMessageBox::StandardButtons buttons, QMessageBox::StandardButton defaultButton,
+                                   const QString &remedy)
+{
+    QMessageBox box(QMessageBox::Information, title, text, buttons, boxParent(parent));
+    box.setInformativeText(remedy);
     return answerTo(box, defaultButton);
 }
 
 bool ask(QWidget *parent, const QString &title, const QString &text)
 {
-    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, parent);
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, boxParent(parent));
     return answerTo(box, QMessageBox::No) == QMessageBox::Yes;
 }
 

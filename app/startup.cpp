@@ -4,7 +4,52 @@
 #include "app/mainwindow.h"
 
 #include <QApplication>
+#include <QScreen>
+#include <QScrollArea>
 #include <QSplashScreen>
+
+namespace {
+
+constexpr QSize kSize(1440, 900);
+constexpr int kTitleBar = 40; // pixels; that of the desktops around is 24 to 38
+
+// Platforms without a screen of their own: the size of the one that they make up says nothing.
+bool hasScreen()
+{
+    const QString platform = QGuiApplication::platformName();
+    return platform != QLatin1String("offscreen") && platform != QLatin1String("minimal");
+}
+
+void makeScrollable(QMainWindow &window)
+{
+    auto *area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setAccessibleName(QStringLiteral("Pages and side panel"));
+    area->setWidget(window.takeCentralWidget());
+    window.setCentralWidget(area);
+}
+
+// Before a widget has met the style sheet it asks for less.
+QSize smallestSize(QMainWindow &window)
+{
+    const auto widgets = window.findChildren<QWidget *>();
+    for (const QWidget *widget : widgets)
+        widget->ensurePolished();
+    return window.minimumSizeHint();
+}
+
+} // namespace
+
+void fitWindow(QMainWindow &window, const QSize &room)
+{
+    const QSize least = smallestSize(window);
+    if (least.width() > room.width() || least.height() > room.height() - kTitleBar)
+        makeScrollable(window);
+    window.resize(kSize.boundedTo(room));
+    if (room.width() < kSize.width() || room.height() < kSize.height() + kTitleBar)
+        window.setWindowState(Qt::WindowMaximized);
+}
 
 int runWorkbench(QApplication &application, const std::function<void(MainWindow &)> &shown)
 {
@@ -15,7 +60,10 @@ int runWorkbench(QApplication &application, const std::function<void(MainWindow 
     MainWindow window;
     if (window.startRefused())
         return 0;
-    window.resize(1440, 900);
+    if (hasScreen())
+        fitWindow(window, window.screen()->availableSize());
+    else
+        window.resize(kSize);
     window.show();
     splash.finish(&window);
     if (shown)

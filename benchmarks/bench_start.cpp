@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // From the start of the process to the shown window, over a real pseudo-terminal. The waits that belong to the start-up
 // (twice 50 ms and four times 120 ms between the first requests) are counted apart.
+#include "app/application.h"
 #include "app/mainwindow.h"
 #include "app/startup.h"
 #include "link/serialports.h"
@@ -20,7 +21,7 @@ constexpr char kPortVariable[] = "BENCH_START_PORT";
 // The process that is measured: says "shown" once the window stands painted.
 int showWindow(int argc, char **argv)
 {
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     setAvailablePortNames([] { return QStringList{qEnvironmentVariable(kPortVariable)}; });
     return runWorkbench(application, [](MainWindow &) {
         QApplication::processEvents();

@@ -2,6 +2,7 @@
 // Decoding and painting: frames through a real pseudo-terminal into the shown window, each pair different so that
 // everything repaints. "line_rate" is the multiple of the real line's own rate for that frame (1958400 bit/s, ten bits a
 // byte).
+#include "app/application.h"
 #include "console/consoleform.h"
 #include "link/serialline.h"
 #include "protocol/payload.h"
@@ -272,7 +273,7 @@ void consoleLines(benchmark::State &state)
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     for (const Report &report : reports) {
         const QByteArray pair = encoded(report, report.first) + encoded(report, report.second);
         benchmark::RegisterBenchmark(report.name, decoding, report, pair, 1500)

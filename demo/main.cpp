@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The workbench in front of virtual boards: the same window, with their terminal lines as the only ports.
+#include "app/application.h"
 #include "app/mainwindow.h"
 #include "app/startup.h"
 #include "support/boardprocess.h"
@@ -8,7 +9,6 @@
 #include "demo/tutorial.h"
 #include "link/serialports.h"
 
-#include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
@@ -82,8 +82,7 @@ std::vector<std::unique_ptr<BoardProcess>> startBoards(int count, const QStringL
 
 int main(int argc, char *argv[])
 {
-    QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("safety-workbench-demo"));
+    Application application(argc, argv, QStringLiteral("safety-workbench-demo"));
     QApplication::setApplicationVersion(QStringLiteral(WORKBENCH_VERSION));
 
     QCommandLineParser parser;

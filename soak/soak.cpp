@@ -3,6 +3,7 @@
 // what was done and what it costs in memory; fails where the memory is not explained by what the window keeps.
 #include "app/linerecorder.h"
 #include "support/boardprocess.h"
+#include "app/application.h"
 #include "link/commandchannel.h"
 #include "link/serialline.h"
 #include "link/serialports.h"
@@ -288,7 +289,7 @@ private:
 
 int main(int argc, char *argv[])
 {
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList words = QApplication::arguments();
     const int minutes = std::max(1, words.value(1, QStringLiteral("20")).toInt());
