@@ -34,7 +34,7 @@ protected:
 // Its own copy of the names: while the box is open the list can be made anew.
 QString selectPort(QWidget *parent, const QStringList names)
 {
-    PortBox box(parent);
+    PortBox box(boxParent(parent));
     box.setTextFormat(Qt::PlainText);
     box.setText(QStringLiteral("Please select"));
     box.setInformativeText(QStringLiteral("Please select serialport name which used by GUI."));
@@ -55,31 +55,34 @@ QString selectPort(QWidget *parent, const QStringList names)
 bool MainWindow::askForPort()
 {
     return inform(this, QStringLiteral("Please check"), QStringLiteral("Can not open serial port. Are you continue?"),
-                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No,
+                  QStringLiteral("No serial port was found: plug the board in, or start the demonstration with a "
+                                 "virtual board."))
         == QMessageBox::Yes;
 }
 
-void MainWindow::choosePort()
+/// Returns false when there is no port and the user does not want to go on.
+bool MainWindow::choosePort()
 {
     portNameList = availablePortNames();
-    if (portNameList.isEmpty()) {
-        m_startRefused = !askForPort();
-        return;
-    }
+    if (portNameList.isEmpty())
+        return askForPort();
     closeLine(*gSerialPort);
     gPortName = portNameList.size() == 1 ? portNameList.first() : selectPort(this, portNameList);
     gSerialPort->setPortName(gPortName);
+    return true;
 }
 
 void MainWindow::openChosenPort()
 {
     if (!openLine(*gSerialPort, gPortName)) {
-        showPortState(openFailureText(*gSerialPort));
+        const QString reason = openFailureText(*gSerialPort);
+        showPortState(reason);
         inform(this, QStringLiteral("Warning"), QStringLiteral("Serialport can not open, please check."),
-               QMessageBox::Yes);
+               QMessageBox::Yes, QMessageBox::NoButton, reason);
         return;
     }
-    showPortState();
+    showPortState(lineTrouble(*gSerialPort));
     // Queued, so that bytes are taken also while a decoder waits or shows a box: the port reports nothing anew as long
     // as its own report is under way. Made again with every opening, earlier ones stay.
     connect(gSerialPort, &QSerialPort::readyRead, this, qOverload<>(&MainWindow::receiveData), Qt::QueuedConnection);
@@ -88,12 +91,7 @@ void MainWindow::openChosenPort()
 void MainWindow::Serialport_open()
 {
     if (gPortName.isEmpty()) {
-        choosePort();
-        if (m_startRefused) {
-            close();
-            return;
-        }
-        if (gPortName.isEmpty() && !portNameList.isEmpty())
+        if (!choosePort() || (gPortName.isEmpty() && !portNameList.isEmpty()))
             return;
     }
     openChosenPort();

@@ -75,7 +75,7 @@ void MainWindow::init()
     connectActions();
     prepareForm();
     connect(gSerialPort, &QSerialPort::errorOccurred, this, &MainWindow::onPortError);
-    choosePort();
+    m_startRefused = !choosePort();
     if (m_startRefused)
         return;
     if (!gPortName.isEmpty() || portNameList.isEmpty())

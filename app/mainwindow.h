@@ -289,7 +289,7 @@ private:
     void prepareForm();
     void prepareFields();
     void prepareInputs();
-    void choosePort();
+    bool choosePort();
     bool askForPort();
     void openChosenPort();
     void onPortError(QSerialPort::SerialPortError error);

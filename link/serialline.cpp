@@ -2,34 +2,43 @@
 #include "link/serialline.h"
 
 #include "link/linetraffic.h"
+#include "link/serialports.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
-#include <QSerialPortInfo>
+
+#include <cstdlib>
+
+#ifdef Q_OS_LINUX
+#include <asm/termbits.h>
+#include <sys/ioctl.h>
+#endif
 
 QSerialPort *gSerialPort = new QSerialPort;
 QString gPortName;
 
 namespace {
 
-QString deviceFile(const QSerialPort &port)
-{
-    const QString name = port.portName();
-    return name.startsWith(QLatin1Char('/')) ? name : QStringLiteral("/dev/") + name;
-}
+constexpr qint32 kTolerance = kLineBaudRate / 100 * 3; // what receivers of 10-bit characters put up with
 
 QString permissionText(const QSerialPort &port)
 {
 #ifdef Q_OS_LINUX
-    const QFileInfo device(deviceFile(port));
-    if (device.exists() && !(device.isReadable() && device.isWritable()) && !device.group().isEmpty()) {
-        return QCoreApplication::translate("SerialLine",
-                                           "no permission: the device belongs to group %1; type "
-                                           "\"sudo usermod -aG %1 $USER\" and log in again")
-            .arg(device.group());
-    }
+    const QFileInfo device(deviceFile(port.portName()));
+    if (device.exists() && !(device.isReadable() && device.isWritable()))
+        return permissionRemedy(device.group(), device.permissions());
 #endif
-    return QCoreApplication::translate("SerialLine", "no permission, or another program holds it");
+    return QStringLiteral("no permission, or another program holds it");
+}
+
+// The rate that the device really runs at, which may be another than the one asked for. 0: nobody knows.
+qint32 deviceBaudRate(const QSerialPort &port)
+{
+#ifdef Q_OS_LINUX
+    termios2 settings = {};
+    if (ioctl(port.handle(), TCGETS2, &settings) == 0)
+        return static_cast<qint32>(settings.c_ospeed);
+#endif
+    return 0;
 }
 
 } // namespace
@@ -45,8 +54,10 @@ bool openLine(QSerialPort &port, const QString &name)
     port.setFlowControl(QSerialPort::NoFlowControl);
     port.setParity(QSerialPort::NoParity);
     port.setStopBits(QSerialPort::OneStop);
+    if (!port.isOpen()) // a device that went away meanwhile has been closed
+        return false;
     emit lineTraffic().opened(name);
-    return true;
+    return port.isOpen();
 }
 
 void closeLine(QSerialPort &port)
@@ -88,12 +99,38 @@ bool isLineLost(QSerialPort::SerialPortError error)
 
 QString openFailureText(const QSerialPort &port)
 {
+    if (port.portName().isEmpty()) {
+        return QStringLiteral(
+            "No serial port was found: plug the board in, or start the demonstration with a virtual board");
+    }
     switch (port.error()) {
     case QSerialPort::DeviceNotFoundError:
-        return QCoreApplication::translate("SerialLine", "no such device; is the board plugged in?");
+        return QStringLiteral("no such device; is the board plugged in?");
     case QSerialPort::PermissionError:
         return permissionText(port);
     default:
         return port.errorString();
     }
+}
+
+QString permissionRemedy(const QString &group, QFileDevice::Permissions rights)
+{
+    constexpr QFileDevice::Permissions needed = QFileDevice::ReadGroup | QFileDevice::WriteGroup;
+    if ((rights & needed) == needed && !group.isEmpty() && group != QLatin1String("root")) {
+        return QStringLiteral("no permission: the device belongs to group %1; type "
+                              "\"sudo usermod -aG %1 $USER\" and log in again")
+            .arg(group);
+    }
+    return QStringLiteral("no permission: install the rule 60-safety-workbench.rules of this program's package in "
+                          "/etc/udev/rules.d and plug the board in again");
+}
+
+QString lineTrouble(const QSerialPort &port)
+{
+    const qint32 rate = port.isOpen() ? deviceBaudRate(port) : 0;
+    if (rate == 0 || std::abs(rate - kLineBaudRate) <= kTolerance)
+        return {};
+    return QStringLiteral("the adapter runs at %1 bit/s and refuses the %2 bit/s of the board")
+        .arg(rate)
+        .arg(kLineBaudRate);
 }

@@ -2,6 +2,7 @@
 // The one serial line to the board: its port object, its fixed settings, and what went wrong with it.
 #pragma once
 
+#include <QFileDevice>
 #include <QSerialPort>
 #include <QString>
 
@@ -34,3 +35,10 @@ bool isLineLost(QSerialPort::SerialPortError error);
 
 /// Why `port` could not be opened, for people; on Linux with the remedy where a permission is missing.
 QString openFailureText(const QSerialPort &port);
+
+/// The remedy where a device file with this group and these rights must not be opened. Membership of the group is a
+/// remedy only where the group may read and write and is not root's.
+QString permissionRemedy(const QString &group, QFileDevice::Permissions rights);
+
+/// What is wrong with an open line: an adapter that does not run at the line's rate, by more than 3 %. Else empty.
+QString lineTrouble(const QSerialPort &port);

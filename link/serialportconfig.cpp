@@ -6,18 +6,16 @@
 #include "ui_serialportconfig.h"
 
 #include <QDebug>
-#include <QSerialPortInfo>
 
 namespace {
 
-void logPort(const QString &name)
+void logPort(const PortInfo &port)
 {
-    const QSerialPortInfo port(name);
-    qDebug() << "Name : " << name;
-    qDebug() << "Description : " << port.description();
-    qDebug() << "Manufacturer: " << port.manufacturer();
-    qDebug() << "Serial Number: " << port.serialNumber();
-    qDebug() << "System Location: " << port.systemLocation();
+    qDebug() << "Name : " << port.name;
+    qDebug() << "Description : " << port.description;
+    qDebug() << "Manufacturer: " << port.manufacturer;
+    qDebug() << "Serial Number: " << port.serialNumber;
+    qDebug() << "System Location: " << port.location;
 }
 
 bool canBeOpened(const QString &name)
@@ -32,11 +30,12 @@ bool canBeOpened(const QString &name)
 serialportconfig::serialportconfig(QWidget *parent) : QDialog(parent), ui(std::make_unique<Ui::serialportconfig>())
 {
     ui->setupUi(this);
-    m_portNames = availablePortNames();
-    for (const QString &name : std::as_const(m_portNames)) {
-        logPort(name);
-        if (canBeOpened(name))
-            ui->comboBox->addItem(name);
+    const auto ports = availablePorts();
+    for (const PortInfo &port : ports) {
+        logPort(port);
+        m_portNames.append(port.name);
+        if (canBeOpened(port.name))
+            ui->comboBox->addItem(port.name);
     }
 }
 
