@@ -63,8 +63,7 @@ const Decoder decoders[] = {
     [](const QByteArray &p) {
         const crc::Result result = crc::decodeResult(p);
         require(result.data.size() <= kLargestPayload, "no more than a frame carries");
-        require(crc::dataText(result.data.left(64)).size() == std::min<int>(result.data.size(), 64) * 9,
-                "nine characters a byte");
+        require(crc::dataText(result).size() >= result.data.size() * 9, "nine characters a byte");
         require(crc::valueText(result.value, PayloadReader(p).u8(0)).startsWith(QLatin1String("0x")), "hexadecimal");
     },
     [](const QByteArray &p) { require(!cse::errorText(cse::decodeStatus(p)).isEmpty(), "a text"); },
@@ -91,7 +90,7 @@ const Decoder decoders[] = {
         const pmc::FaultRecord record = pmc::decodeFaultRecord(p);
         require(record.codes.size() == record.count, "a code an entry");
         requireLines(pmc::describe(record));
-        pmc::faultText(record.shown);
+        pmc::faultText(record.shown.value_or(0));
     },
     [](const QByteArray &p) { regp::decodeStatus(p); },
     [](const QByteArray &p) {

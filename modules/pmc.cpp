@@ -115,7 +115,7 @@ void MainWindow::takePmcFaults(const QByteArray &payload)
         box->addItems(items);
     });
     textview::show(ui->textBrowser_PMC_allFaultRec, pmc::describe(record));
-    display::text(ui->textBrowser_PMC_FaultRec, record.count > 0 ? pmc::faultText(record.shown) : QString());
+    display::text(ui->textBrowser_PMC_FaultRec, record.shown ? pmc::faultText(*record.shown) : QString());
 }
 
 void MainWindow::PMCDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)

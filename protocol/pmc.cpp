@@ -29,7 +29,9 @@ SelfTest decodeSelfTest(const QByteArray &payload)
 FaultRecord decodeFaultRecord(const QByteArray &payload)
 {
     const PayloadReader read(payload);
-    FaultRecord record = {read.u8(0), {}, read.u8(1)};
+    FaultRecord record = {read.u8(0), {}, {}};
+    if (record.count > 0 || read.size() > 1)
+        record.shown = read.u8(1);
     for (int i = 1; i <= record.count; ++i)
         record.codes.append(static_cast<char>(read.u8(i)));
     return record;

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <array>
+#include <optional>
 
 namespace protocol::pmc {
 
@@ -37,8 +38,8 @@ struct SelfTest {
 
 struct FaultRecord {
     quint8 count = 0;
-    QByteArray codes; // `count` of them, 0 where the payload had none
-    quint8 shown = 0; // code in byte 1
+    QByteArray codes;            // `count` of them, 0 where the payload had none
+    std::optional<quint8> shown; // code in byte 1, also behind a count of 0; none where both are missing
 
     bool operator==(const FaultRecord &) const = default;
 };

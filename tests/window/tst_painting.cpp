@@ -120,6 +120,9 @@ private slots:
         row("voltage faults", 10, 2, "02 01 02",
             {"textBrowser_PMC_allFaultRec=Fault Number: 2\n\nFault 1:HVD fault\n\nFault 2:LVD fault\n",
              "textBrowser_PMC_FaultRec=HVD fault"});
+        row("voltage fault behind a count of 0", 10, 2, "00 03",
+            {"textBrowser_PMC_allFaultRec=Fault Number: 0\n", "textBrowser_PMC_FaultRec=Self Test fault"});
+        row("no voltage fault", 10, 2, "00", {"textBrowser_PMC_FaultRec="});
         row("power chip good", 14, 1, "00 00",
             {"label_vg5kstatus_spi=SPI/I2C" + green, "label_vg5kstatus_VLDO1=VLDO1" + green});
         row("power chip SPI", 14, 1, "00 80",
