@@ -17,6 +17,7 @@
 #include <QListView>
 #include <QRegularExpressionValidator>
 #include <QStatusBar>
+#include <QTextDocument>
 
 // Outside any namespace, as the macro wants it.
 static void loadResources()
@@ -48,6 +49,9 @@ constexpr PageRequest pageRequests[] = {
 
 constexpr int kRequestGapMs = 50;
 constexpr int kSavedShownMs = 4000;
+
+// The board's text messages go to a page that nobody sees: the latest are enough.
+constexpr int kMaxMessages = 10'000;
 
 } // namespace
 
@@ -123,6 +127,7 @@ void MainWindow::prepareForm()
         unused->hide();
     for (QTextEdit *box : findChildren<QTextEdit *>())
         textview::prepare(*box);
+    ui->textBrowser_temp->document()->setMaximumBlockCount(kMaxMessages);
     ui->tabWidget_safety->setCurrentIndex(0);
     ui->tabWidget_security->setCurrentIndex(0);
     m_portState = new QLabel(this);

@@ -314,6 +314,7 @@ private:
     void takePmcFaults(const QByteArray &payload);
     void switchWatchdog(int watchdog, bool on);
     void startRefresh();
+    void refresh();
     void injectCrossbarFault(int checker);
     void takeCheckers(const QByteArray &payload);
 

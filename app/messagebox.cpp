@@ -3,9 +3,13 @@
 
 #include "app/display.h"
 
+#include <cstddef>
 #include <set>
+#include <vector>
 
 namespace {
+
+constexpr std::size_t kMaxOpenBoxes = 4;
 
 QMessageBox::StandardButton answerTo(QMessageBox &box, QMessageBox::StandardButton defaultButton)
 {
@@ -41,11 +45,23 @@ bool ask(QWidget *parent, const QString &title, const QString &text)
 
 void informOnce(QWidget *parent, const QString &title, const QString &text, QMessageBox::StandardButton button)
 {
-    static std::set<QString> open;
-    const auto [words, isNew] = open.insert(title + QLatin1Char('\n') + text);
-    if (!isNew)
+    static std::set<QString> shown;
+    static std::vector<QMessageBox *> open; // each inside the wait of the one before
+    static std::set<QString> counted;       // in the last box
+    const QString words = title + QLatin1Char('\n') + text;
+    if (shown.count(words) > 0)
         return;
-    inform(parent, title, text, button);
+    if (open.size() >= kMaxOpenBoxes) {
+        counted.insert(words);
+        open.back()->setInformativeText(QStringLiteral("More messages meanwhile: %1").arg(counted.size()));
+        return;
+    }
+    shown.insert(words);
+    QMessageBox box(QMessageBox::Information, title, text, button, parent);
+    open.push_back(&box);
+    answerTo(box, QMessageBox::NoButton);
+    open.pop_back();
+    counted.clear();
     // Reports that came meanwhile are still to be walked through: they count as answered with this box.
-    display::later(&*words, [words = words] { open.erase(words); });
+    display::later(&*shown.find(words), [words] { shown.erase(words); });
 }

@@ -15,7 +15,8 @@ QMessageBox::StandardButton inform(QWidget *parent, const QString &title, const 
                                    const QString &remedy = QString());
 
 /// The same, but opens nothing while a box with the same title and text is still open, nor a second one for the frames
-/// of one arrival: reports that come as fast as the line carries them do not stack.
+/// of one arrival: reports that come as fast as the line carries them do not stack. At most four such boxes are open at
+/// once; the last one counts the different messages beyond them.
 void informOnce(QWidget *parent, const QString &title, const QString &text, QMessageBox::StandardButton button);
 
 /// A question with Yes and No, No the default; true for Yes.

@@ -10,12 +10,15 @@
 #include "protocol/cmu.h"
 #include "ui_mainwindow.h"
 
+#include <utility>
+
 namespace reset = protocol::reset;
 
 namespace {
 
-// A board that restarts without end starts a refresh inside the waits of the one before; more than this show nothing.
-constexpr int kMostRefreshes = 8;
+// A board that keeps restarting nests refreshes inside each other's waits. Deeper ones are put off: one more runs when the
+// outermost has ended, so that what is shown is never older than the last restart.
+constexpr int kMaxNestedRefreshes = 8;
 
 } // namespace
 
@@ -34,9 +37,19 @@ void MainWindow::RESETDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload
 
 void MainWindow::resetUpdate()
 {
-    if (m_reset.refreshes >= kMostRefreshes)
+    if (m_reset.refreshes >= kMaxNestedRefreshes) {
+        m_reset.refreshMissed = true;
         return;
-    ++m_reset.refreshes;
+    }
+    do {
+        ++m_reset.refreshes;
+        refresh();
+        --m_reset.refreshes;
+    } while (m_reset.refreshes == 0 && std::exchange(m_reset.refreshMissed, false));
+}
+
+void MainWindow::refresh()
+{
     const display::Pause pause;
     ui->textBrowser_fccurecord->clear();
     sendCommand(protocol::cmu::kGetClock);
@@ -56,5 +69,4 @@ void MainWindow::resetUpdate()
         LBIST_sequence();
         m_reset.bistResetPending = false;
     }
-    --m_reset.refreshes;
 }

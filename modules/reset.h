@@ -12,5 +12,6 @@ struct ResetPanel {
     bool destructiveResetSeen = false;
     bool bistResetPending = false;
     int refreshes = 0;           // under way, one inside the wait of another
+    bool refreshMissed = false;  // one was put off because too many were under way
     QPointer<QTimer> resetTimer; // the latest one; earlier ones run on
 };

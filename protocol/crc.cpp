@@ -14,11 +14,11 @@ Result decodeResult(const QByteArray &payload)
     const PayloadReader read(payload);
     Result result;
     result.size = read.u32be(0);
-    const int shown = static_cast<int>(std::min<quint32>(result.size, kLargestPayload));
-    result.data = payload.mid(4, shown);
-    result.data.append(QByteArray(shown - result.data.size(), '\0'));
-    result.value = read.u32be(4 + shown);
-    result.time = read.f32be(8 + shown);
+    const int size = static_cast<int>(std::min<quint32>(result.size, kLargestPayload)); // a payload ends before
+    result.data = payload.mid(4, size);
+    result.data.append(QByteArray(std::min(size - result.data.size(), kMaxZeros), '\0'));
+    result.value = read.u32be(4 + size);
+    result.time = read.f32be(8 + size);
     return result;
 }
 
@@ -34,15 +34,17 @@ QString valueText(quint32 value, int polynomial)
     }
 }
 
-QString dataText(const QByteArray &data)
+QString dataText(const Result &result)
 {
     static constexpr char digits[] = "0123456789ABCDEF";
     QByteArray text;
-    text.reserve(data.size() * 9);
-    for (const char byte : data) {
+    text.reserve(result.data.size() * 9);
+    for (const char byte : result.data) {
         const auto bits = static_cast<unsigned char>(byte);
         text.append("0x").append(digits[bits >> 4]).append(digits[bits & 15]).append("h    ");
     }
+    if (const quint32 more = result.size - static_cast<quint32>(result.data.size()); more > 0)
+        text.append("\n... and ").append(QByteArray::number(more)).append(" more zeros");
     return QString::fromLatin1(text);
 }
 
@@ -56,7 +58,7 @@ QStringList describe(const Result &result, const Condition &condition)
     return {QStringLiteral("\r\nCRC calculate condition:\r\nCalculate Polynomials: ") + condition.polynomialName,
             QStringLiteral("Calculate Instance: ") + condition.instance,
             QStringLiteral("Calculate Channel: ") + condition.channel,
-            QStringLiteral("CRC calculate data size: %1 \r\nData:\r\n").arg(result.size) + dataText(result.data),
+            QStringLiteral("CRC calculate data size: %1 \r\nData:\r\n").arg(result.size) + dataText(result),
             QStringLiteral("Calculate Result:") + valueText(result.value, condition.polynomial),
             timeText(result.time)};
 }

@@ -13,9 +13,12 @@ enum ReportType : quint8 { ResultReport = 3 };
 /// Hard-wired polynomials in the order of the selector.
 enum Polynomial { Crc8Vda = 0, Crc16Ccitt = 1, Crc32Itu = 2, Crc8H2f = 3 };
 
+/// A damaged size announces up to four billion bytes: of those that the payload lacks only so many are kept.
+inline constexpr int kMaxZeros = 4096;
+
 struct Result {
     quint32 size = 0; // announced number of data bytes
-    QByteArray data;  // those bytes, 0 beyond the payload; never more than a frame can carry
+    QByteArray data;  // those in the payload, and up to kMaxZeros of those beyond it, which are 0
     quint32 value = 0;
     float time = 0; // microseconds
 
@@ -27,8 +30,8 @@ Result decodeResult(const QByteArray &payload);
 
 /// "0x29B1": as many digits as the selected polynomial is wide.
 QString valueText(quint32 value, int polynomial);
-/// The data bytes as the log lists them, in one run.
-QString dataText(const QByteArray &data);
+/// The data bytes as the log lists them, in one run; a line behind them tells how many zeros are left out.
+QString dataText(const Result &result);
 
 /// "Calculate Time:1.500000"
 QString timeText(float microseconds);

@@ -215,7 +215,7 @@ private slots:
     {
         const auto result = crc::decodeResult(hex("00000002 31 32 000029B1 3FC00000"));
         QCOMPARE(result, (crc::Result{2, "12", 0x29B1, 1.5F}));
-        QCOMPARE(crc::dataText(result.data), QStringLiteral("0x31h    0x32h    "));
+        QCOMPARE(crc::dataText(result), QStringLiteral("0x31h    0x32h    "));
         QCOMPARE(crc::describe(result, {1, "CRC-16-CCITT", "CRC_2", "CRC_channel_0"}).join('|'),
                  QStringLiteral("\r\nCRC calculate condition:\r\nCalculate Polynomials: CRC-16-CCITT|Calculate "
                                 "Instance: CRC_2|Calculate Channel: CRC_channel_0|CRC calculate data size: 2 \r\n"
@@ -224,7 +224,9 @@ private slots:
         QCOMPARE(crc::valueText(0x0BF43926, 2), QStringLiteral("0x0BF43926"));
         QCOMPARE(crc::valueText(0x104B, 0), QStringLiteral("0x4B"));
         QCOMPARE(crc::decodeResult(hex("00000003 31")), (crc::Result{3, QByteArray("1\0\0", 3), 0, 0}));
-        QCOMPARE(crc::decodeResult(hex("FFFFFFFF 31")).data.size(), 65535);
+        const auto damaged = crc::decodeResult(hex("FFFFFFFF 31")); // one byte there, billions announced
+        QCOMPARE(damaged.data.size(), 1 + 4096);
+        QCOMPARE(crc::dataText(damaged).mid(4097 * 9), QStringLiteral("\n... and 4294963198 more zeros"));
     }
 
     void interrupts()
