@@ -60,15 +60,20 @@ QString meaningIn(const QString &toolTip, const ColourName &colour)
     return toolTip.mid(from, end < 0 ? -1 : end - from);
 }
 
-void paintNow(QWidget *widget, const QString &styleSheet)
+// The style sheet's rules for the ink look at a property: a palette set here would be lost with the next style sheet.
+void paintNow(QWidget *widget, const QString &styleSheet, const QString &meaning, const char *ink)
 {
+    const ColourName *const colour = knownColourOf(styleSheet);
+    if (colour) {
+        const QString words = meaning.isEmpty() ? meaningIn(widget->toolTip(), *colour) : meaning;
+        const QString description = QString::fromLatin1(colour->name) + QStringLiteral(": ") + words;
+        if (widget->accessibleDescription() != description)
+            widget->setAccessibleDescription(description);
+    }
     if (widget->styleSheet() == styleSheet)
         return;
+    widget->setProperty("ink", QString::fromLatin1(ink));
     widget->setStyleSheet(styleSheet);
-    if (const ColourName *colour = knownColourOf(styleSheet)) {
-        widget->setAccessibleDescription(
-            QStringLiteral("%1: %2").arg(QString::fromLatin1(colour->name), meaningIn(widget->toolTip(), *colour)));
-    }
 }
 
 } // namespace
@@ -78,15 +83,16 @@ QString background(const char *colour)
     return QStringLiteral("background-color: ") + QString::fromLatin1(colour);
 }
 
-void paint(QWidget *widget, const QString &styleSheet)
+void paint(QWidget *widget, const QString &styleSheet, const QString &meaning, const char *ink)
 {
     // A label's text waits under the label's own address, its colour under that of a part of it.
-    display::later(reinterpret_cast<const char *>(widget) + 1, [widget, styleSheet] { paintNow(widget, styleSheet); });
+    display::later(reinterpret_cast<const char *>(widget) + 1,
+                   [widget, styleSheet, meaning, ink] { paintNow(widget, styleSheet, meaning, ink); });
 }
 
-void paint(QWidget *widget, const char *colour)
+void paint(QWidget *widget, const char *colour, const QString &meaning, const char *ink)
 {
-    paint(widget, background(colour));
+    paint(widget, background(colour), meaning, ink);
 }
 
 } // namespace indicator

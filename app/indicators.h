@@ -16,11 +16,17 @@ inline constexpr char kWhite[] = "rgb(255, 255, 255)";
 /// "background-color: " and the colour, without an end.
 QString background(const char *colour);
 
-/// Gives `widget` the style sheet and says its colour in words in the accessible description, with the meaning that
-/// the widget's tooltip gives to that colour ("Green - On"). Costs next to nothing where nothing changes.
-void paint(QWidget *widget, const QString &styleSheet);
+/// Inks of the application's style sheet: its rules [ink="white"] and [ink="dark"]; none leaves the rule of the class.
+inline constexpr char kNoInk[] = "";
+inline constexpr char kWhiteInk[] = "white";
+inline constexpr char kDarkInk[] = "dark";
+
+/// Gives `widget` the style sheet and the ink that goes with it, and says the colour and its meaning in the accessible
+/// description. Without a meaning given, that is the one of the tooltip's legend ("Green - On") or else the colour's usual
+/// one. Costs next to nothing where nothing changes.
+void paint(QWidget *widget, const QString &styleSheet, const QString &meaning = QString(), const char *ink = kNoInk);
 
 /// The same with background(colour).
-void paint(QWidget *widget, const char *colour);
+void paint(QWidget *widget, const char *colour, const QString &meaning = QString(), const char *ink = kNoInk);
 
 } // namespace indicator

@@ -18,15 +18,23 @@ constexpr char kEnabledStyle[] =
     "color:white;font: bold; }QPushButton:hover{ background:rgb(46,139,87);}";
 constexpr char kDisabledStyle[] = "background-color: rgb(200, 200, 200);";
 
+void paintOff(QPushButton *button)
+{
+    indicator::paint(button, QString::fromLatin1(kDisabledStyle), QString(), indicator::kDarkInk);
+}
+
 void toggle(QPushButton *button, Kind kind)
 {
-    indicator::paint(button, QString::fromLatin1(kDisabledStyle));
+    paintOff(button);
     sendCommand(protocol::reset::escalationCommand(kind, Operation::Toggle));
 }
 
 void showThreshold(QPushButton *button, QSpinBox *threshold, int value)
 {
-    indicator::paint(button, QString::fromLatin1(value != 0 ? kEnabledStyle : kDisabledStyle));
+    if (value != 0)
+        indicator::paint(button, QString::fromLatin1(kEnabledStyle));
+    else
+        paintOff(button);
     display::later(threshold, [threshold, value] { threshold->setValue(value); });
 }
 

@@ -76,8 +76,9 @@ void showRow(const Form &form, const Row &row, const smpu::Region &region)
     display::text(form.*row.start, protocol::hexText(region.start, 8));
     display::text(form.*row.end, protocol::hexText(region.end, 8));
     indicator::paint(form.*row.unit, region.unitOn ? indicator::kGreen : indicator::kGrey);
-    indicator::paint(form.*row.valid, region.valid ? indicator::kGreen : indicator::kGrey);
-    display::text(form.*row.valid, region.valid ? QStringLiteral("Valid") : QStringLiteral("Not Valid"));
+    const QString valid = region.valid ? QStringLiteral("Valid") : QStringLiteral("Not Valid");
+    indicator::paint(form.*row.valid, region.valid ? indicator::kGreen : indicator::kGrey, valid);
+    display::text(form.*row.valid, valid);
     for (std::size_t core = 0; core < row.rights.size(); ++core)
         display::text(form.*row.rights[core], smpu::rightsText(region.rights[core]));
     display::text(form.*row.cache, region.cacheInhibit ? QStringLiteral("Inhibit") : QStringLiteral("Enable"));

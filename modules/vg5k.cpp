@@ -24,17 +24,19 @@ static_assert(std::size(regulators) == 8);
 struct StateRow {
     const char *text;
     const char *colour;
-    Qt::GlobalColor ink; // readable on the colour
+    const char *ink = indicator::kNoInk; // black
 };
 
 constexpr StateRow states[] = {
-    {"INIT_FS", "rgb(0,0,0)", Qt::white},       {"WAIT_ABIST2", "rgb(72,61,139)", Qt::white},
-    {"ABIST2", "rgb(30,144,255)", Qt::black},   {"ASSERT_FS0B", "rgb(218,165,32)", Qt::black},
-    {"NORMAL_FS", "rgb(91,215,97)", Qt::black},
+    {"INIT_FS", "rgb(0,0,0)", indicator::kWhiteInk},
+    {"WAIT_ABIST2", "rgb(72,61,139)", indicator::kWhiteInk},
+    {"ABIST2", "rgb(30,144,255)"},
+    {"ASSERT_FS0B", "rgb(218,165,32)"},
+    {"NORMAL_FS", "rgb(91,215,97)"},
 };
 static_assert(std::size(states) == vg5k::NormalFs + 1);
 
-constexpr StateRow unknownState = {"Unknown", "rgb(200,200,200)", Qt::black};
+constexpr StateRow unknownState = {"Unknown", "rgb(200,200,200)"};
 
 void showRegulators(const Form &form, quint8 bits)
 {
@@ -45,17 +47,16 @@ void showRegulators(const Form &form, quint8 bits)
 void showState(QLineEdit *field, const vg5k::Report &report)
 {
     const StateRow &row = report.hasValue && report.value < std::size(states) ? states[report.value] : unknownState;
-    display::text(field, QString::fromLatin1(row.text));
-    indicator::paint(field, row.colour);
-    QPalette palette = field->palette();
-    palette.setColor(QPalette::Text, row.ink);
-    field->setPalette(palette);
+    const QString text = QString::fromLatin1(row.text);
+    display::text(field, text);
+    indicator::paint(field, row.colour, text, row.ink);
 }
 
 void showDebug(QLineEdit *field, bool debug)
 {
-    display::text(field, debug ? QStringLiteral("In DEBUG mode") : QStringLiteral("NOT in DEBUG mode"));
-    indicator::paint(field, debug ? indicator::kGrey : indicator::kGreen);
+    const QString text = debug ? QStringLiteral("In DEBUG mode") : QStringLiteral("NOT in DEBUG mode");
+    display::text(field, text);
+    indicator::paint(field, debug ? indicator::kGrey : indicator::kGreen, text);
 }
 
 } // namespace

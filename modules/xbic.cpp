@@ -52,8 +52,8 @@ void MainWindow::injectCrossbarFault(int checker)
     QLabel *const to = ui.get()->*row.to;
     tolabeltwinkle(from, to, 150, indicator::background(indicator::kRed), indicator::background(indicator::kGreen), 3);
     delayMs(2000);
-    indicator::paint(from, indicator::kGreen);
-    indicator::paint(to, row.lastColour);
+    indicator::paint(from, indicator::kGreen, QStringLiteral("path of the last injected fault"));
+    indicator::paint(to, row.lastColour, QStringLiteral("path of the last injected fault"));
     sendCommand(xbic::injectCommand(checker));
 }
 

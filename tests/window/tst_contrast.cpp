@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+// What is painted can be read, and what is off looks different from what is on.
+#include "support/workbench.h"
+
+#include <QApplication>
+#include <QGroupBox>
+#include <QHash>
+#include <QImage>
+#include <QPushButton>
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+QByteArray frame(int module, int type, const QByteArray &payload)
+{
+    return QByteArray::fromHex("A5C30000") + char(module) + char(type) + char(payload.size() >> 8)
+        + char(payload.size()) + payload + QByteArray::fromHex("0000D4B2");
+}
+
+// Relative luminance as the Web Content Accessibility Guidelines 2.1 define it.
+double luminance(QRgb colour)
+{
+    const auto linear = [](int part) {
+        const double value = part / 255.0;
+        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
+}
+
+double contrast(QRgb one, QRgb other)
+{
+    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
+    return (light + 0.05) / (dark + 0.05);
+}
+
+// The colour that fills most of the widget, a few pixels within its border.
+QRgb backgroundOf(const QImage &image)
+{
+    QHash<QRgb, int> counts;
+    for (int y = 4; y < image.height() - 4; ++y) {
+        for (int x = 4; x < image.width() - 4; ++x)
+            ++counts[image.pixel(x, y)];
+    }
+    QRgb most = 0;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
+        if (it.value() > counts.value(most))
+            most = it.key();
+    }
+    return most;
+}
+
+// The best contrast of any pixel with the background: that of the text's strokes.
+double textContrast(QWidget *widget)
+{
+    const QImage image = widget->grab().toImage();
+    const QRgb background = backgroundOf(image);
+    double best = 1;
+    for (int y = 4; y < image.height() - 4; ++y) {
+        for (int x = 4; x < image.width() - 4; ++x)
+            best = std::max(best, contrast(image.pixel(x, y), background));
+    }
+    return best;
+}
+
+} // namespace
+
+class TestContrast : public QObject
+{
+    Q_OBJECT
+
+private:
+    void send(int module, int type, const char *payload)
+    {
+        m_bench.line().write(frame(module, type, QByteArray::fromHex(payload)));
+    }
+
+    RawBench m_bench;
+
+private slots:
+    void initTestCase() { QTRY_VERIFY(m_bench.line().received().endsWith("get 0\r\n")); }
+
+    void failSafeStates_data()
+    {
+        QTest::addColumn<QString>("text");
+        const char *states[] = {"INIT_FS", "WAIT_ABIST2", "ABIST2", "ASSERT_FS0B", "NORMAL_FS", "Unknown", "INIT_FS"};
+        for (const char *state : states)
+            QTest::addRow("%s", state) << QString::fromLatin1(state);
+    }
+
+    // Each state comes over the line and is read at its first showing, on a page in front.
+    void failSafeStates()
+    {
+        QFETCH(QString, text);
+        static const QStringList order = {"INIT_FS", "WAIT_ABIST2", "ABIST2", "ASSERT_FS0B", "NORMAL_FS", "Unknown"};
+        auto *field = m_bench.find<QLineEdit>("lineEdit_vg5k_Fail");
+        m_bench.turnTo(field);
+        m_bench.line().write(frame(14, 1, QByteArray(1, 1) + char(order.indexOf(text))));
+        QTRY_COMPARE(field->text(), text);
+        QVERIFY2(textContrast(field) >= 4.5, qPrintable(QString::number(textContrast(field))));
+        QVERIFY2(field->accessibleDescription().endsWith(": " + text), qPrintable(field->accessibleDescription()));
+    }
+
+    void aSwitchThatIsOff()
+    {
+        auto *button = m_bench.find<QPushButton>("pushButton_F_ResetEsca");
+        send(13, 4, "05 00");
+        QTRY_VERIFY(button->styleSheet().contains("46,139,87"));
+        const QRgb on = backgroundOf(button->grab().toImage());
+        send(13, 4, "00 00");
+        QTRY_VERIFY(!button->styleSheet().contains("46,139,87"));
+        QVERIFY(textContrast(button) >= 4.5);
+        QVERIFY(backgroundOf(button->grab().toImage()) != on);
+        send(13, 4, "05 00");
+        QTRY_VERIFY(button->styleSheet().contains("46,139,87"));
+        QCOMPARE(backgroundOf(button->grab().toImage()), on);
+    }
+
+    // Disabled, but the audience still reads what was set last.
+    void aWatchdogThatIsOff()
+    {
+        auto *mode = m_bench.find<QLineEdit>("lineEdit_swt_1_mode");
+        auto *caption = m_bench.find<QLabel>("label_swt_k7core0");
+        m_bench.turnTo(mode);
+        send(11, 1, "58 00007D00 0000FA00");
+        QTRY_VERIFY(mode->isEnabled());
+        const QImage on = mode->grab().toImage();
+        send(11, 1, "50 00007D00 0000FA00");
+        QTRY_VERIFY(!mode->isEnabled());
+        QVERIFY(mode->grab().toImage() != on);
+        QVERIFY(textContrast(mode) >= 4.5);
+        QVERIFY(textContrast(caption) >= 4.5);
+    }
+
+    void aCrossbarThatIsOff()
+    {
+        auto *group = m_bench.find<QGroupBox>("groupBox_XBIC0");
+        auto *port = m_bench.find<QLabel>("label_xbic0_PBRIDGE1");
+        m_bench.turnTo(port);
+        send(3, 1, "1F");
+        QTRY_VERIFY(group->isChecked());
+        const QRgb on = backgroundOf(port->grab().toImage());
+        send(3, 1, "1E");
+        QTRY_VERIFY(!group->isChecked());
+        QVERIFY(backgroundOf(port->grab().toImage()) != on);
+        QVERIFY(textContrast(port) >= 4.5);
+    }
+
+    // A screen reader's sentence agrees with the text beside it.
+    void descriptionsSayWhatTheTextSays()
+    {
+        const auto description = [this](const char *name) {
+            return m_bench.find<QWidget>(name)->accessibleDescription();
+        };
+        send(14, 1, "02 01");
+        QTRY_COMPARE(description("lineEdit_vg5k_debug"), QStringLiteral("Gray: In DEBUG mode"));
+        send(14, 1, "02 00");
+        QTRY_COMPARE(description("lineEdit_vg5k_debug"), QStringLiteral("Green: NOT in DEBUG mode"));
+        send(4, 1, "F0");
+        QTRY_COMPARE(description("lineEdit_smpu01_Region15"), QStringLiteral("Gray: Not Valid"));
+        send(3, 1, "1F");
+        QTRY_VERIFY(m_bench.find<QGroupBox>("groupBox_XBIC3")->isChecked());
+        m_bench.window().on_pushButton_xbic_fault4_clicked();
+        QCOMPARE(description("label_xbic3_M4"), QStringLiteral("White: path of the last injected fault"));
+    }
+};
+
+QTEST_MAIN(TestContrast)
+#include "tst_contrast.moc"
