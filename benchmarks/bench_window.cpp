@@ -6,7 +6,7 @@
 #include "console/consoleform.h"
 #include "link/serialline.h"
 #include "protocol/payload.h"
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -94,9 +94,9 @@ QByteArray encoded(const Report &report, const char *payload)
                                  QByteArray::fromHex(payload));
 }
 
-RawBench &bench()
+WindowFixture &bench()
 {
-    static auto *const window = new RawBench; // for the life of the program
+    static auto *const window = new WindowFixture; // for the life of the program
     return *window;
 }
 

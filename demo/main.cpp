@@ -15,6 +15,7 @@
 #include <QTextStream>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -128,21 +129,17 @@ int main(int argc, char *argv[])
     }
     setAvailablePortNames([ports] { return ports; });
 
-    if (!tutorial.isEmpty()) {
-        return runWorkbench(application, [&](MainWindow &window) {
-            QTimer::singleShot(0, &window, [&] { QApplication::exit(recordTutorial(window, tutorial) ? 0 : 1); });
-        });
-    }
     return runWorkbench(application, [&](MainWindow &window) {
-        if (!screenshots.isEmpty())
-            new Screenshots(window, screenshots, ports);
-        if (tour.isEmpty())
-            return;
         if (size.size() == 2)
             window.resize(size[0].toInt(), size[1].toInt());
-        QTimer::singleShot(0, &window, [&window, tour] {
-            takeTour(window, tour);
-            QApplication::quit();
-        });
+        const auto show = [&](const std::function<bool()> &play) {
+            QTimer::singleShot(0, &window, [play] { QApplication::exit(play() ? 0 : 1); });
+        };
+        if (!tutorial.isEmpty())
+            show([&] { return recordTutorial(window, tutorial); });
+        else if (!screenshots.isEmpty())
+            show([&] { return takeScreenshots(window, screenshots, ports); });
+        else if (!tour.isEmpty())
+            show([&] { return takeTour(window, tour); });
     });
 }

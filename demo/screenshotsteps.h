@@ -2,28 +2,14 @@
 // How the program is brought into the states that the manual shows, step by step.
 #pragma once
 
-enum class Act {
-    Turn,       // to the page that holds the widget
-    Press,      // a button
-    Enter,      // text into a field, a number into a spin box, the item of a selector
-    Type,       // text and Return, key by key
-    Choose,     // a menu entry
-    Call,       // a slot of the window by its name
-    AskForPort, // as at a start with two ports
-    Await,      // until the widget's text, or its colour in words, or "on" of a group, contains the text
-    Picture,    // of the widget, saved under this name
-    Resize,     // the window to WIDTHxHEIGHT
-    Leave,      // closes the window
-};
+#include "support/script.h"
 
-/// The widget's name, or "dialog": the modal one on the screen.
-struct Step {
-    Act act{};
-    const char *widget = "";
-    const char *text = "";
-};
+namespace screenshots {
 
-constexpr Step steps[] = {
+using script::Act;
+using script::Step;
+
+inline constexpr Step steps[] = {
     // Two crossbar faults, the second one on its way.
     {Act::Await, "lineEdit_firewareVision", "Version"},
     {Act::Await, "label_FCCU_status", "NORMAL"},
@@ -190,7 +176,7 @@ constexpr Step steps[] = {
 
     {Act::Choose, "actionconsole"},
     {Act::Resize, "dialog", "980x420"},
-    {Act::Type, "textEdit", "status"},
+    {Act::Type, "textEdit", "status\n"},
     {Act::Await, "textEdit", "radar frames"},
     {Act::Picture, "dialog", "console"},
     {Act::Leave, "dialog"},
@@ -203,7 +189,9 @@ constexpr Step steps[] = {
     {Act::Call, "SP_config"},
     {Act::Picture, "dialog", "settings"},
     {Act::Leave, "dialog"},
-    {Act::AskForPort, ""},
+    {Act::Call, "askForPort"},
     {Act::Picture, "dialog", "port-choice"},
     {Act::Leave, "dialog"},
 };
+
+} // namespace screenshots

@@ -2,80 +2,65 @@
 #include "demo/tour.h"
 
 #include "app/mainwindow.h"
-#include "link/commandchannel.h"
-
-#include <QDir>
-#include <QPushButton>
-#include <QTabWidget>
-#include <QTextStream>
-#include <QTimer>
+#include "support/script.h"
 
 namespace {
 
-constexpr int kAnswerMs = 600;
+using script::Act;
+using script::Step;
 
-class Album
-{
-public:
-    Album(MainWindow &window, const QString &folder) : m_window(window), m_folder(folder) { QDir().mkpath(folder); }
+constexpr int kAnswerMs = 2000;
 
-    void take(const QString &title)
-    {
-        const QString slug = title.toLower().replace(QLatin1Char(' '), QLatin1Char('-'));
-        const QString path =
-            m_folder.filePath(QStringLiteral("%1-%2.png").arg(m_count + 1, 2, 10, QLatin1Char('0')).arg(slug));
-        if (!m_window.grab().save(path))
-            return;
-        ++m_count;
-        QTextStream(stdout) << path << Qt::endl;
-    }
-    int count() const { return m_count; }
-
-private:
-    MainWindow &m_window;
-    QDir m_folder;
-    int m_count = 0;
+// Every page with what the board answers there; then a crossbar fault: the path that blinks, and what has been caught.
+constexpr Step steps[] = {
+    {Act::Await, "lineEdit_firewareVision", "Version"},
+    {Act::Await, "label_FCCU_status", "NORMAL"},
+    {Act::Turn, "tabWidgetPage1"},
+    {Act::Await, "label_acqnclk_fvalue", "Green"},
+    {Act::Picture, "MainWindow", "01-safety-module-cmu"},
+    {Act::Turn, "tabWidgetPage2"},
+    {Act::Await, "groupBox_XBIC4", "on"},
+    {Act::Picture, "MainWindow", "02-safety-module-xbic"},
+    {Act::Turn, "tabWidgetPage3"},
+    {Act::Await, "lineEdit_smpu01_Region15", "Valid"},
+    {Act::Picture, "MainWindow", "03-safety-module-smpu"},
+    {Act::Turn, "tabWidgetPage4"},
+    {Act::Picture, "MainWindow", "04-safety-module-memu"},
+    {Act::Turn, "tabWidgetPage5"},
+    {Act::Picture, "MainWindow", "05-safety-module-crc"},
+    {Act::Turn, "tabWidgetPage6"},
+    {Act::Await, "label_intcm_onoff9", "On"},
+    {Act::Picture, "MainWindow", "06-safety-module-intcm"},
+    {Act::Turn, "tabWidgetPage7"},
+    {Act::Await, "lineEdit_vg5k_Fail", "NORMAL_FS"},
+    {Act::Picture, "MainWindow", "07-safety-module-vg5k"},
+    {Act::Turn, "tabWidgetPage8"},
+    {Act::Await, "label_PMC_IOLVD", "Green"},
+    {Act::Picture, "MainWindow", "08-safety-module-pmc"},
+    {Act::Turn, "tabWidgetPage9"},
+    {Act::Await, "lineEdit_swt_2_mode", "Fixed"},
+    {Act::Picture, "MainWindow", "09-safety-module-swt"},
+    {Act::Turn, "tabWidgetPage10"},
+    {Act::Picture, "MainWindow", "10-safety-module-spt"},
+    {Act::Turn, "tab_CSE"},
+    {Act::Picture, "MainWindow", "11-security-module-cse"},
+    {Act::Turn, "tab_REG_PROT"},
+    {Act::Picture, "MainWindow", "12-security-module-reg_prot"},
+    {Act::Turn, "tabWidgetPage2"},
+    {Act::Press, "pushButton_xbic_fault1"},
+    {Act::Await, "label_xbic0_PBRIDGE1", "Red"},
+    {Act::Picture, "MainWindow", "13-fault-injected"},
+    {Act::Await, "textBrowser_fccurecord", "Fault ID 47"},
+    {Act::Await, "textEdit_xbicFaultRecord", "Fault Number: 1"},
+    {Act::Picture, "MainWindow", "14-fault-caught"},
 };
-
-void takePages(QTabWidget &tabs, const QString &title, Album &album)
-{
-    for (int page = 0; page < tabs.count(); ++page) {
-        tabs.setCurrentIndex(page);
-        const QString name = title + tabs.tabText(page);
-        if (auto *inner = tabs.widget(page)->findChild<QTabWidget *>()) {
-            takePages(*inner, name + QLatin1Char(' '), album);
-        } else {
-            delayMs(kAnswerMs);
-            album.take(name);
-        }
-    }
-}
-
-// A crossbar fault: the path that blinks, then what has been caught.
-void takeFault(MainWindow &window, Album &album)
-{
-    auto *tabs = window.findChild<QTabWidget *>(QStringLiteral("tabWidget_function"));
-    auto *safety = window.findChild<QTabWidget *>(QStringLiteral("tabWidget_safety"));
-    auto *inject = window.findChild<QPushButton *>(QStringLiteral("pushButton_xbic_fault1"));
-    if (!tabs || !safety || !inject)
-        return;
-    tabs->setCurrentIndex(0);
-    safety->setCurrentIndex(1);
-    delayMs(kAnswerMs);
-    QTimer::singleShot(2 * kAnswerMs, &window, [&album] { album.take(QStringLiteral("fault injected")); });
-    inject->click(); // returns when its path has blinked and the command is sent
-    delayMs(kAnswerMs);
-    album.take(QStringLiteral("fault caught"));
-}
 
 } // namespace
 
-int takeTour(MainWindow &window, const QString &folder)
+bool takeTour(MainWindow &window, const QString &folder)
 {
-    Album album(window, folder);
-    delayMs(kAnswerMs);
-    if (auto *tabs = window.findChild<QTabWidget *>(QStringLiteral("tabWidget_function")))
-        takePages(*tabs, QString(), album);
-    takeFault(window, album);
-    return album.count();
+    script::Player player(window);
+    player.setFolder(folder);
+    player.setPatience(kAnswerMs, true);
+    return player.play(steps);
 }

@@ -6,65 +6,53 @@
 #include "demo/stage.h"
 #include "demo/tutorialscript.h"
 #include "link/commandchannel.h"
+#include "support/driver.h"
 
-#include <QApplication>
-#include <QComboBox>
-#include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QTabBar>
 #include <QTextStream>
 
-#include <functional>
+#include <utility>
 
 namespace {
 
-using tutorial::Act;
+using script::Act;
+using script::Step;
 using tutorial::Chapter;
-using tutorial::Step;
 
 constexpr int kCardMs = 6000;
 constexpr int kReadMs = 1300; // to find the caption; then so much a character
 constexpr int kReadMsPerCharacter = 46;
 constexpr int kAfterMs = 700;
 constexpr int kKeyMs = 120;
-constexpr int kAnswerMs = 8000;
-constexpr int kPollMs = 50;
 
-class Player
+/// Carries steps out as a hand would, and says what they are about.
+class Narrator : public script::Player
 {
 public:
-    explicit Player(MainWindow &window) : m_window(window), m_stage(window) {}
+    explicit Narrator(MainWindow &window) : Player(window), m_stage(window) {}
 
     QSize size() const { return m_stage.size(); }
-    bool play();
+    bool playAll();
 
 private:
     bool play(const Chapter &chapter, const QString &heading);
-    bool run(const Step &step);
-    bool inject(const Step &step);
-    void open(const QString &title);
-    void press(const Step &step);
-    void type(const Step &step);
-    void next(const Step &step);
+    bool perform(const Step &step) override;
+    bool open(const QString &title) override;
+    void press(QWidget &button) override;
+    void type(QWidget &field, const QString &text) override;
+    void introduce(const Step &step);
     void say(const Step &step);
-    void read(const QString &text) { delayMs(kReadMs + kReadMsPerCharacter * text.size()); }
-    static bool fail(const Step &step);
-    bool await(const std::function<bool()> &condition, const Step &step);
+    void read() { delayMs(kReadMs + kReadMsPerCharacter * m_caption.size()); }
+    QString detectionTime() { return window().findChild<QLineEdit *>(QString::fromLatin1(tutorial::kTime))->text(); }
 
-    QWidget *widget(const char *name) const { return m_window.findChild<QWidget *>(QString::fromLatin1(name)); }
-    template <class Kind> Kind &the(const char *name) const
-    {
-        return *m_window.findChild<Kind *>(QString::fromLatin1(name));
-    }
-
-    MainWindow &m_window;
     Stage m_stage;
     QString m_heading;
     QString m_caption;
+    const Step *m_introduced = nullptr;
 };
 
-bool Player::play()
+bool Narrator::playAll()
 {
     m_stage.showCard(QStringLiteral("Safety Workbench"),
                      {QStringLiteral("A tour of five faults"),
@@ -80,8 +68,7 @@ bool Player::play()
         const QString title = QString::fromUtf8(chapter.title);
         if (!play(chapter, QStringLiteral("%1 of 5\n%2").arg(caught.size() + 1).arg(title)))
             return false;
-        caught << QStringLiteral("%1:  %2,  %3 µs")
-                      .arg(title, QString::fromUtf8(chapter.catcher), the<QLineEdit>(tutorial::kTime).text());
+        caught << QStringLiteral("%1:  %2,  %3 µs").arg(title, QString::fromUtf8(chapter.catcher), detectionTime());
     }
     m_stage.showCard(
         QStringLiteral("Five faults, all caught"),
@@ -90,142 +77,92 @@ bool Player::play()
     return true;
 }
 
-bool Player::play(const Chapter &chapter, const QString &heading)
+bool Narrator::play(const Chapter &chapter, const QString &heading)
 {
     m_heading = heading;
-    for (const Step &step : chapter.steps) {
-        if (!run(step))
-            return false;
+    return Player::play(chapter.steps);
+}
+
+// A step is spoken about once, however often it is tried.
+bool Narrator::perform(const Step &step)
+{
+    if (std::exchange(m_introduced, &step) != &step)
+        introduce(step);
+    if (!Player::perform(step))
+        return false;
+    if (step.act == Act::Open || step.act == Act::Next || step.act == Act::Look)
+        read();
+    if (step.act != Act::Await)
         delayMs(kAfterMs);
-    }
     return true;
 }
 
-bool Player::run(const Step &step)
+void Narrator::introduce(const Step &step)
 {
     m_stage.frame(nullptr);
-    if (step.act != Act::Open && !widget(step.target)->isVisible())
-        return fail(step);
     say(step);
-    switch (step.act) {
-    case Act::Open:
-        open(QString::fromLatin1(step.target));
-        read(m_caption);
-        return true;
-    case Act::Settle:
-        if (!await([this] { return the<QLabel>(tutorial::kState).text() == QLatin1String("NORMAL"); }, step))
-            return false;
-        [[fallthrough]];
-    case Act::Look:
-        m_stage.frame(widget(step.target));
-        if (*step.caption)
-            read(m_caption);
-        return true;
-    case Act::Press:
-        press(step);
-        return true;
-    case Act::Inject:
-        return inject(step);
-    case Act::Type:
-        type(step);
-        return true;
-    case Act::Next:
-        next(step);
-        return true;
-    }
-    return false;
+    QWidget *widget = step.act == Act::Open ? nullptr : widgetOf(step);
+    if (!widget)
+        return;
+    if (step.act == Act::Look)
+        m_stage.frame(widget);
+    else if (step.act != Act::Await)
+        m_stage.pointAt(*widget, widget->rect().center());
+    if (*step.caption && (step.act == Act::Press || step.act == Act::Inject))
+        read();
 }
 
-void Player::say(const Step &step)
+void Narrator::say(const Step &step)
 {
     if (!*step.caption)
         return;
     m_caption = QString::fromUtf8(step.caption);
     if (m_caption.contains(QLatin1String("%1")))
-        m_caption = m_caption.arg(the<QLineEdit>(tutorial::kTime).text());
+        m_caption = m_caption.arg(detectionTime());
     m_stage.showCaption(m_heading, m_caption);
 }
 
-void Player::open(const QString &title)
+bool Narrator::open(const QString &title)
 {
-    for (QTabBar *tabs : m_window.findChildren<QTabBar *>()) {
+    const auto books = window().findChildren<QTabBar *>();
+    for (QTabBar *tabs : books) {
         for (int i = 0; tabs->isVisible() && i < tabs->count(); ++i) {
             if (tabs->tabText(i) != title)
                 continue;
             m_stage.pointAt(*tabs, tabs->tabRect(i).center());
             m_stage.press(*tabs, tabs->tabRect(i).center());
-            return;
+            return true;
         }
     }
+    return false;
 }
 
-void Player::press(const Step &step)
+void Narrator::press(QWidget &button)
 {
-    QWidget &button = *widget(step.target);
-    m_stage.pointAt(button, button.rect().center());
-    if (*step.caption)
-        read(m_caption);
     m_stage.press(button, button.rect().center());
 }
 
-bool Player::inject(const Step &step)
+void Narrator::type(QWidget &field, const QString &text)
 {
-    const auto &faults = the<QComboBox>(tutorial::kFaultBox);
-    const int before = faults.count();
-    press(step);
-    return await([&faults, before] { return faults.count() > before; }, step);
-}
-
-void Player::type(const Step &step)
-{
-    QWidget &field = *widget(step.target);
-    m_stage.pointAt(field, QPoint(30, field.height() / 2));
-    m_stage.press(field, QPoint(30, field.height() / 2));
+    m_stage.press(field, field.rect().center());
     field.setFocus();
-    for (const char *c = step.text; *c; ++c) {
-        QKeyEvent event(QEvent::KeyPress, 0, Qt::NoModifier, QString(QLatin1Char(*c)));
-        QApplication::sendEvent(&field, &event);
+    for (const QChar letter : text) {
+        driver::type(&field, letter);
         delayMs(kKeyMs);
     }
-}
-
-void Player::next(const Step &step)
-{
-    QWidget &box = *widget(step.target);
-    m_stage.pointAt(box, box.rect().center());
-    box.setFocus();
-    QKeyEvent event(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
-    QApplication::sendEvent(&box, &event);
-    read(m_caption);
-}
-
-bool Player::await(const std::function<bool()> &condition, const Step &step)
-{
-    for (int ms = 0; ms < kAnswerMs; ms += kPollMs) {
-        if (condition())
-            return true;
-        delayMs(kPollMs);
-    }
-    return fail(step);
-}
-
-bool Player::fail(const Step &step)
-{
-    QTextStream(stderr) << "What the tutorial says did not happen: " << step.target << Qt::endl;
-    return false;
 }
 
 } // namespace
 
 bool recordTutorial(MainWindow &window, const QString &file)
 {
-    Player player(window);
+    Narrator narrator(window);
     delayMs(kAfterMs);
-    Recorder recorder(file, player.size());
+    Recorder recorder(file, narrator.size());
     if (!recorder.isRunning()) {
         QTextStream(stderr) << "The tutorial could not be recorded with ffmpeg." << Qt::endl;
         return false;
     }
-    const bool played = player.play();
+    const bool played = narrator.playAll();
     return recorder.finish() && played;
 }

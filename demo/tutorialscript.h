@@ -1,27 +1,16 @@
 // SPDX-License-Identifier: MIT
-// What the tutorial shows: five faults, each a chapter of steps with the words that go with them.
+// What the tutorial shows: five faults, each a chapter of steps with the words that go with them. A caption stays until
+// the next one; %1 in it is the time that the fault took to be detected.
 #pragma once
+
+#include "support/script.h"
 
 #include <span>
 
 namespace tutorial {
 
-enum class Act {
-    Look,   // frame the widget
-    Open,   // the tab of this title
-    Press,  // the button
-    Inject, // press the button and wait until the board reports a fault
-    Type,   // the step's text into the field
-    Next,   // the item below in the box
-    Settle, // wait until fault collection is back to normal, then frame the widget
-};
-
-struct Step {
-    Act act{};
-    const char *target = "";  // object name; for Open a title
-    const char *caption = ""; // stays until the next one; %1: the time that the fault took to be detected
-    const char *text = "";
-};
+using script::Act;
+using script::Step;
 
 struct Chapter {
     const char *title;
@@ -29,95 +18,97 @@ struct Chapter {
     std::span<const Step> steps;
 };
 
-inline constexpr char kFaultBox[] = "comboBox_FaultID";   // an item a fault reported
 inline constexpr char kState[] = "label_FCCU_status";     // "NORMAL" when all is well
 inline constexpr char kTime[] = "lineEdit_FCCUdetectime"; // of the last fault, microseconds
 
 inline constexpr Step window[] = {
-    {Act::Open, "Safety module",
+    {Act::Open, "Safety module", "",
      "The window starts with the security functions. The safety mechanisms are on the first page."},
-    {Act::Look, "groupBox_FCCU",
+    {Act::Look, "groupBox_FCCU", "",
      "On top stands fault collection, the FCCU: its state, the last fault, how fast it was detected, "
      "and a log of all of them."},
-    {Act::Look, "tabWidget_safety",
+    {Act::Look, "tabWidget_safety", "",
      "Below it each safety mechanism has a page. A virtual board answers here; a real one does the same."},
-    {Act::Look, "groupBox_resetSource",
+    {Act::Look, "groupBox_resetSource", "",
      "On the right: operating mode, reset escalation, reset reasons and self-tests."},
 };
 
 inline constexpr Step clockLost[] = {
-    {Act::Open, "CMU",
+    {Act::Open, "CMU", "",
      "Thirteen clock monitors compare each clock with a lower and an upper limit, in MHz. All values are "
      "green: every clock is where it belongs."},
-    {Act::Inject, "pushButton_cmu_fault3", "Fault 3 takes SPI_CLK away. CMU8 watches that clock."},
-    {Act::Look, "groupBox_FCCU", "CMU8 detected it %1 µs after the injection. A fault is active: the state is ALARM."},
-    {Act::Press, "pushButton_cmu_faultrecord_get", "Get Fault reads the monitor's own record."},
-    {Act::Look, "textEdit_cmuFaultRecord",
+    {Act::Inject, "pushButton_cmu_fault3", "", "Fault 3 takes SPI_CLK away. CMU8 watches that clock."},
+    {Act::Look, "groupBox_FCCU", "",
+     "CMU8 detected it %1 µs after the injection. A fault is active: the state is ALARM."},
+    {Act::Press, "pushButton_cmu_faultrecord_get", "", "Get Fault reads the monitor's own record."},
+    {Act::Look, "textEdit_cmuFaultRecord", "",
      "It says which monitor, and what was wrong: clock loss. Unnoticed, all that uses "
      "this clock would stand still."},
-    {Act::Press, "pushButton_cmu_faultstatus_clear", "Clear Fault takes the cause away and empties the record."},
-    {Act::Press, "pushButton_CMU_update", ""},
-    {Act::Settle, kState, "The state is NORMAL again."},
+    {Act::Press, "pushButton_cmu_faultstatus_clear", "", "Clear Fault takes the cause away and empties the record."},
+    {Act::Press, "pushButton_CMU_update"},
+    {Act::Await, kState, "NORMAL"},
+    {Act::Look, kState, "", "The state is NORMAL again."},
 };
 
 inline constexpr Step crossbarError[] = {
-    {Act::Open, "XBIC",
+    {Act::Open, "XBIC", "",
      "Cores, DMA and memories meet at crossbars. A checker at each adds a code to every transfer and tests "
      "it at the far end."},
-    {Act::Inject, "pushButton_xbic_fault1",
+    {Act::Inject, "pushButton_xbic_fault1", "",
      "Fault 1 spoils a transfer from the core K4 to the peripheral bridge 1. Watch the "
      "path turn red."},
-    {Act::Look, "groupBox_FaultStatus", "Detected after %1 µs: the syndrome, zero for good data, was not zero."},
-    {Act::Look, "textEdit_xbicFaultRecord",
+    {Act::Look, "groupBox_FaultStatus", "", "Detected after %1 µs: the syndrome, zero for good data, was not zero."},
+    {Act::Look, "textEdit_xbicFaultRecord", "",
      "Both ports, the syndrome and the address: enough to find the path that failed."},
-    {Act::Press, "pushButton_xbic_faultstatus_clear", ""},
-    {Act::Settle, kState, ""},
+    {Act::Press, "pushButton_xbic_faultstatus_clear"},
+    {Act::Await, kState, "NORMAL"},
 };
 
 inline constexpr Step memoryError[] = {
-    {Act::Open, "MEMU",
+    {Act::Open, "MEMU", "",
      "Memories carry an error-correcting code: one wrong bit in a word is put right, two are found but stay "
      "wrong."},
-    {Act::Type, "lineEdit_memu_3", "First a single bit, in the system RAM at offset 0x100.", "100"},
-    {Act::Type, "lineEdit_memu_5", "", "5A5A5A5A"},
-    {Act::Inject, "pushButton_memu_inject_3", ""},
-    {Act::Look, "groupBox_FCCU",
+    {Act::Type, "lineEdit_memu_3", "100", "First a single bit, in the system RAM at offset 0x100."},
+    {Act::Type, "lineEdit_memu_5", "5A5A5A5A"},
+    {Act::Inject, "pushButton_memu_inject_3"},
+    {Act::Look, "groupBox_FCCU", "",
      "Corrected, and reported after %1 µs. The software goes on with the right word; ALARM is a "
      "warning."},
-    {Act::Next, "comboBox_memu_3", "Now two bits of that word."},
-    {Act::Inject, "pushButton_memu_inject_3", ""},
-    {Act::Look, "groupBox_FCCU", "Uncorrectable, detected after %1 µs: FAULT. Nothing may use this word any more."},
-    {Act::Press, "pushButton_memu_faultrecord_get", ""},
-    {Act::Look, "textEdit_memuFaultRecord", "The memory error unit has kept both errors, with kind and address."},
-    {Act::Press, "pushButton_memu_faultstatus_clear", ""},
-    {Act::Settle, kState, ""},
+    {Act::Next, "comboBox_memu_3", "", "Now two bits of that word."},
+    {Act::Inject, "pushButton_memu_inject_3"},
+    {Act::Look, "groupBox_FCCU", "", "Uncorrectable, detected after %1 µs: FAULT. Nothing may use this word any more."},
+    {Act::Press, "pushButton_memu_faultrecord_get"},
+    {Act::Look, "textEdit_memuFaultRecord", "", "The memory error unit has kept both errors, with kind and address."},
+    {Act::Press, "pushButton_memu_faultstatus_clear"},
+    {Act::Await, kState, "NORMAL"},
 };
 
 inline constexpr Step lateInterrupt[] = {
-    {Act::Open, "INTCM",
+    {Act::Open, "INTCM", "",
      "Nine monitors measure how long an interrupt takes: to its acknowledgement, to its end, or to a mark "
      "in the software."},
-    {Act::Inject, "pushButton_intcm_inject_k70",
+    {Act::Inject, "pushButton_intcm_inject_k70", "",
      "Inject K7a holds back an interrupt of the core K7a until its limit has passed."},
-    {Act::Look, "groupBox_FaultStatus", "The monitor of that core raised its fault, detected after %1 µs."},
-    {Act::Look, "textEdit_intcmFaultRecord",
+    {Act::Look, "groupBox_FaultStatus", "", "The monitor of that core raised its fault, detected after %1 µs."},
+    {Act::Look, "textEdit_intcmFaultRecord", "",
      "The record has the latency allowed and the time it took. In a radar, right but "
      "late is wrong."},
-    {Act::Press, "pushButton_intcm_faultstatus_clear", ""},
-    {Act::Settle, kState, ""},
+    {Act::Press, "pushButton_intcm_faultstatus_clear"},
+    {Act::Await, kState, "NORMAL"},
 };
 
 inline constexpr Step watchdogTimeout[] = {
-    {Act::Open, "SWT",
+    {Act::Open, "SWT", "",
      "Each core must serve its watchdog again and again, neither too early nor too late. Software that hangs "
      "does not."},
-    {Act::Inject, "pushButton_swt_timeout_2",
+    {Act::Inject, "pushButton_swt_timeout_2", "",
      "Timeout stops the service of SWT0, watchdog of the safety core K4. Watch the "
      "state and the reset reason."},
-    {Act::Look, "groupBox_resetSource",
+    {Act::Look, "groupBox_resetSource", "",
      "FAULT, detected after %1 µs. A second later the chip resets itself, with nobody's help, "
      "and keeps the reason."},
-    {Act::Settle, "groupBox_STCU",
+    {Act::Await, kState, "NORMAL"},
+    {Act::Look, "groupBox_STCU", "",
      "It runs again, its self-tests passed, and the window has asked it for everything anew."},
 };
 

@@ -11,12 +11,12 @@
 #include "link/serialline.h"
 #include "protocol/frame.h"
 #include "support/boxanswerer.h"
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include <QTabWidget>
 #include <QTimer>
 
-#include <poll.h>
+#include <utility>
 
 namespace {
 
@@ -30,7 +30,7 @@ constexpr int kInputsPerWindow = 2000;
 class Player : public QObject
 {
 public:
-    Player(RawBench &bench, const FuzzInput &input) : m_bench(bench), m_input(input) { step(); }
+    Player(WindowFixture &bench, const FuzzInput &input) : m_bench(bench), m_input(input) { step(); }
 
     bool isDone() const { return m_done; }
 
@@ -79,17 +79,15 @@ private:
         book->setCurrentIndex(page / 8 % book->count());
     }
 
-    // The frames so far leave as one arrival. Waits until they are there: the terminal passes them on in its own time.
+    // The frames so far leave as one arrival.
     void flush()
     {
         if (m_bytes.isEmpty() || !gSerialPort->isOpen())
             return m_bytes.clear();
-        m_bench.line().write(std::exchange(m_bytes, {}));
-        pollfd arrived = {static_cast<int>(gSerialPort->handle()), POLLIN, 0};
-        poll(&arrived, 1, 100);
+        m_bench.line().deliver(std::exchange(m_bytes, {}));
     }
 
-    RawBench &m_bench;
+    WindowFixture &m_bench;
     FuzzInput m_input;
     QByteArray m_bytes;
     bool m_done = false;
@@ -103,13 +101,13 @@ void pass(int milliseconds)
         QApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
-RawBench &bench()
+WindowFixture &bench()
 {
-    static RawBench *window = nullptr; // the last one is never deleted: at exit there is no Qt to do that with
+    static WindowFixture *window = nullptr; // the last one is never deleted: at exit there is no Qt to do that with
     static int inputs = 0;
     if (!window || ++inputs % kInputsPerWindow == 0) {
         delete std::exchange(window, nullptr);
-        window = new RawBench;
+        window = new WindowFixture;
         window->window().setUpdatesEnabled(false); // pixels are the library's own, and most of the time
     }
     return *window;
@@ -126,7 +124,7 @@ extern "C" int LLVMFuzzerInitialize(int *count, char ***arguments)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static auto *const answers = new BoxAnswerer; // for the life of the program
-    RawBench &window = bench();
+    WindowFixture &window = bench();
     if (!gSerialPort->isOpen())
         window.window().Serialport_open();
     Player player(window, FuzzInput(data, size));

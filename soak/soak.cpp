@@ -4,10 +4,12 @@
 #include "app/linerecorder.h"
 #include "support/boardprocess.h"
 #include "app/application.h"
+#include "help/introduce.h"
 #include "link/commandchannel.h"
 #include "link/serialline.h"
 #include "link/serialports.h"
 #include "support/boxanswerer.h"
+#include "support/driver.h"
 #include "support/monkey.h"
 
 #include <QApplication>
@@ -206,11 +208,8 @@ private:
     void lookAtIntroduction()
     {
         m_window.GUI_Introduce();
-        const auto windows = QApplication::topLevelWidgets();
-        for (QWidget *window : windows) {
-            if (window->objectName() == QLatin1String("introduce"))
-                QTimer::singleShot(2000, window, &QWidget::close);
-        }
+        if (QWidget *introduction = driver::topLevel<introduce>())
+            QTimer::singleShot(2000, introduction, &QWidget::close);
     }
 
     Account report()

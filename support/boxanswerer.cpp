@@ -1,49 +1,117 @@
 // SPDX-License-Identifier: MIT
 #include "support/boxanswerer.h"
 
+#include "support/driver.h"
+
 #include <QAbstractButton>
 #include <QApplication>
+#include <QPointer>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
 #include <utility>
 
-BoxAnswerer::BoxAnswerer(QMessageBox::StandardButton button) : m_button(button)
+namespace {
+
+constexpr int kLookMs = 5;
+int answerers = 0;
+
+QString wordsOf(const QMessageBox &box)
 {
-    look();
+    QStringList words = {box.windowTitle(), box.text()};
+    if (!box.informativeText().isEmpty())
+        words.append(box.informativeText());
+    return words.join(QLatin1Char('|'));
 }
 
-void BoxAnswerer::look()
+void failAt(QMessageBox &box)
+{
+    const QString words = QStringLiteral("unexpected box: ") + wordsOf(box);
+    QTest::qFail(qPrintable(words), __FILE__, __LINE__);
+    box.done(QMessageBox::NoButton);
+}
+
+} // namespace
+
+BoxWatch::BoxWatch()
+{
+    QTimer::singleShot(kLookMs, this, &BoxWatch::look);
+}
+
+void BoxWatch::look()
 {
     // A timer of its own each time: one timer does not fire inside its own handler, boxes open inside boxes do.
-    QTimer::singleShot(5, this, &BoxAnswerer::look);
+    QTimer::singleShot(kLookMs, this, &BoxWatch::look);
     auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-    if (!box || !box->isVisible() || box->property("busy").toBool())
+    if (box && box->isVisible())
+        meet(*box);
+}
+
+BoxAnswerer::BoxAnswerer(QMessageBox::StandardButton button) : m_button(button)
+{
+    ++answerers;
+}
+
+BoxAnswerer::~BoxAnswerer()
+{
+    --answerers;
+}
+
+bool BoxAnswerer::isPresent()
+{
+    return answerers > 0;
+}
+
+void BoxAnswerer::clear()
+{
+    m_seen.clear();
+    m_defaults.clear();
+}
+
+void BoxAnswerer::meet(QMessageBox &box)
+{
+    if (box.property("busy").toBool())
         return;
-    if (!box->property("met").toBool()) {
-        box->setProperty("met", true);
-        QStringList words = {box->windowTitle(), box->text()};
-        if (!box->informativeText().isEmpty())
-            words.append(box->informativeText());
-        m_seen.append(words.join(QLatin1Char('|')));
-        if (const auto work = std::exchange(m_onBox, {})) {
-            box->setProperty("busy", true); // others may open meanwhile and are answered
-            work();
-            box->setProperty("busy", false);
-        }
+    const QPointer<QMessageBox> guarded(&box);
+    if (!box.property("met").toBool())
+        remember(box);
+    if (guarded && !m_leaveOpen)
+        answer(box);
+}
+
+void BoxAnswerer::remember(QMessageBox &box)
+{
+    box.setProperty("met", true);
+    m_seen.append(wordsOf(box));
+    m_defaults.append(box.defaultButton() ? box.defaultButton()->text() : QString());
+    if (const auto work = std::exchange(m_onBox, {})) {
+        box.setProperty("busy", true); // others may open meanwhile and are answered
+        const QPointer<QMessageBox> open(&box);
+        work();
+        if (open)
+            open->setProperty("busy", false);
     }
+}
+
+void BoxAnswerer::answer(QMessageBox &box)
+{
     if (!m_byCaption) {
-        QAbstractButton *button = box->button(m_button);
-        QTest::mouseClick(button ? button : box->buttons().constFirst(), Qt::LeftButton);
-        return;
-    }
-    const auto buttons = box->buttons();
-    for (QAbstractButton *button : buttons) {
-        if (button->text() == m_caption) {
-            QTest::mouseClick(button, Qt::LeftButton);
-            return;
-        }
+        QAbstractButton *button = box.button(m_button);
+        return driver::press(button ? button : box.buttons().constFirst());
     }
     if (m_caption.isEmpty())
-        QTest::keyClick(box, Qt::Key_Escape);
+        return driver::pressKey(&box, Qt::Key_Escape);
+    const auto buttons = box.buttons();
+    for (QAbstractButton *button : buttons) {
+        if (button->text() == m_caption)
+            return driver::press(button);
+    }
+    failAt(box);
+}
+
+void BoxGuard::meet(QMessageBox &box)
+{
+    if (!BoxAnswerer::isPresent())
+        failAt(box);
 }

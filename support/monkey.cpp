@@ -2,6 +2,7 @@
 #include "support/monkey.h"
 
 #include "console/consoleform.h"
+#include "support/driver.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -14,21 +15,6 @@
 
 #include <algorithm>
 #include <utility>
-
-namespace {
-
-consoleForm *openConsole()
-{
-    const auto windows = QApplication::topLevelWidgets();
-    for (QWidget *window : windows) {
-        auto *console = qobject_cast<consoleForm *>(window);
-        if (console && console->isVisible())
-            return console;
-    }
-    return nullptr;
-}
-
-} // namespace
 
 Monkey::Monkey(MainWindow &window, quint32 seed, int mostInside)
     : m_window(window),
@@ -73,7 +59,7 @@ void Monkey::addConsole(int weight, int milliseconds)
 void Monkey::closeConsoleIn(int milliseconds)
 {
     QTimer::singleShot(milliseconds, this, [this, milliseconds] {
-        if (consoleForm *console = openConsole())
+        if (consoleForm *console = driver::topLevel<consoleForm>())
             console->close();
         else if (m_inConsole)
             closeConsoleIn(milliseconds); // a box of its own is still in front
@@ -123,7 +109,7 @@ void Monkey::typeSomething()
                                    Qt::Key_Space, Qt::Key_Return, Qt::Key_Backspace, Qt::Key_Delete,
                                    Qt::Key_Left,  Qt::Key_Up,     Qt::Key_Down};
     QWidget *target = nullptr;
-    if (consoleForm *console = openConsole()) {
+    if (consoleForm *console = driver::topLevel<consoleForm>()) {
         target = console->findChild<QTextEdit *>();
     } else {
         QList<QWidget *> fields;

@@ -1,83 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The real window on a real pseudo-terminal: in front of a virtual board (Workbench), or of the test itself (RawBench).
+// The fixtures by their earlier names.
 #pragma once
 
-#include "app/mainwindow.h"
-#include "simulator/virtualboard.h"
-#include "support/cuttingproxy.h"
-#include "support/rawline.h"
+#include "support/fixtures.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QStringList>
-#include <QTextEdit>
-
-#include <memory>
-
-/// Window and widgets by name; a name that does not exist ends the test program.
-class Bench : public QObject
-{
-    Q_OBJECT
-
-public:
-    MainWindow &window() { return *m_window; }
-
-    template <class Widget> Widget *find(const char *name)
-    {
-        auto *widget = m_window->findChild<Widget *>(QString::fromLatin1(name));
-        if (!widget)
-            qFatal("no widget %s", name);
-        return widget;
-    }
-    /// Presses a button, radio button or check box with the mouse, after turning to the page that holds it.
-    void click(const char *name);
-    /// Turns to the pages that hold the widget.
-    void turnTo(QWidget *widget);
-    QString text(const char *name);
-    QString style(const char *name) { return find<QWidget>(name)->styleSheet(); }
-    /// One "name = text" a line, of all labels, fields and boxes below `name` that have a text; with the style sheet
-    /// behind it where one is set. For comparing a whole page with a golden text.
-    QString dump(const char *name);
-
-protected:
-    void build(const QString &tty);
-
-    std::unique_ptr<MainWindow> m_window;
-};
-
-/// The board is the test.
-class RawBench : public Bench
-{
-    Q_OBJECT
-
-public:
-    RawBench();
-
-    RawLine &line() { return m_line; }
-    /// What the window sent since the last call, "get 1|get 9".
-    QString sent();
-
-private:
-    RawLine m_line;
-};
-
-/// The board is a virtual one, in this process.
-class Workbench : public Bench
-{
-    Q_OBJECT
-
-public:
-    enum class Wire { Direct, Cutting };
-    explicit Workbench(const simulator::VirtualBoard::Options &options = {}, Wire wire = Wire::Direct);
-
-    simulator::VirtualBoard &virtualBoard() { return *m_board; }
-    simulator::Board &board() { return m_board->board(); }
-    /// Between board and window, where the wire is a cutting one.
-    CuttingProxy &proxy() { return *m_proxy; }
-    /// Command lines that the board carried out since the last clear.
-    QStringList commands;
-
-private:
-    std::unique_ptr<simulator::VirtualBoard> m_board;
-    std::unique_ptr<CuttingProxy> m_proxy;
-};
+using Bench = RealWindow;
+using RawBench = WindowFixture;
+using Workbench = BoardFixture;

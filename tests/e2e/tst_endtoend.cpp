@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The real window, a real pseudo-terminal and the virtual board: from the click to what the user sees.
 #include "support/boxanswerer.h"
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include "console/consoleform.h"
+#include "help/introduce.h"
 #include "link/serialline.h"
 
 #include <QAction>
@@ -45,7 +46,7 @@ private:
     }
 
 private slots:
-    void initTestCase() { m_bench = std::make_unique<Workbench>(); }
+    void initTestCase() { m_bench = std::make_unique<BoardFixture>(); }
 
     void startUpShowsTheBoard()
     {
@@ -236,9 +237,7 @@ private slots:
     void consoleThereAndBack()
     {
         QTimer::singleShot(0, this, [this] {
-            auto *console = m_bench->window().findChild<consoleForm *>();
-            for (QWidget *widget : QApplication::topLevelWidgets())
-                console = qobject_cast<consoleForm *>(widget) ? qobject_cast<consoleForm *>(widget) : console;
+            auto *console = driver::topLevel<consoleForm>();
             useConsole(console);
             console->close();
         });
@@ -258,16 +257,14 @@ private slots:
                 && answers.seen()[0].contains("(V1.0)\r\n\nBuilt on Oct 2019\r\n\n"));
         QVERIFY(answers.seen()[1].startsWith("License|"));
         trigger("actionIntroduce");
-        QWidget *introduction = nullptr;
-        for (QWidget *widget : QApplication::topLevelWidgets())
-            introduction = widget->objectName() == "introduce" ? widget : introduction;
+        QWidget *introduction = driver::topLevel<introduce>();
         QVERIFY(introduction && introduction->windowTitle() == "Introduction"
                 && introduction->size() == QSize(1280, 768));
         introduction->close();
     }
 
 private:
-    std::unique_ptr<Workbench> m_bench;
+    std::unique_ptr<BoardFixture> m_bench;
 };
 
 QTEST_MAIN(TestEndToEnd)

@@ -3,7 +3,7 @@
 // while handlers wait; and the program may end there.
 #include "support/boxanswerer.h"
 #include "support/monkey.h"
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include "link/serialline.h"
 #include "protocol/frame.h"
@@ -43,7 +43,7 @@ class TestMonkey : public QObject
     Q_OBJECT
 
 private:
-    void sendSomething(Workbench &bench, Monkey &monkey)
+    void sendSomething(BoardFixture &bench, Monkey &monkey)
     {
         QByteArray payload;
         for (int n = monkey.below(40); n > 0; --n)
@@ -69,7 +69,7 @@ private:
 private slots:
     void buttonsAndFramesInsideWaits()
     {
-        Workbench bench;
+        BoardFixture bench;
         BoxAnswerer answers;
         Monkey monkey(bench.window(), 5, kDeepest);
         for (const char *action : {"actionclose", "actionopen", "actionabout"})
@@ -109,7 +109,9 @@ private slots:
         QFETCH(int, first);
         QFETCH(int, behind);
         QFETCH(bool, closes);
-        auto bench = std::make_unique<RawBench>();
+        BoxAnswerer answers;
+        answers.leaveOpen();
+        auto bench = std::make_unique<WindowFixture>();
         m_returned = 0;
         QTimer::singleShot(0, this, [&] {
             startInside(bench->window(), first, behind, [&] {

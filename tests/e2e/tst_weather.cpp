@@ -2,7 +2,7 @@
 // Bad weather on the line: noise, losses, stalls, hang-ups, refused ports, frames cut short. The window lives through it
 // and shows the next good frame.
 #include "support/boxanswerer.h"
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include "console/consoleform.h"
 #include "link/commandchannel.h"
@@ -61,15 +61,7 @@ bool holds(const QString &device)
 
 consoleForm *console()
 {
-    for (QWidget *window : QApplication::topLevelWidgets())
-        if (auto *form = qobject_cast<consoleForm *>(window); form && form->isVisible())
-            return form;
-    return nullptr;
-}
-
-QString portState(const MainWindow &window)
-{
-    return window.statusBar()->findChild<QLabel *>()->text();
+    return driver::topLevel<consoleForm>();
 }
 
 } // namespace
@@ -102,7 +94,7 @@ private:
     {
         QTRY_VERIFY(QFileInfo(board().tty()).isSymLink());
         m_bench->window().Serialport_open();
-        QVERIFY2(gSerialPort->isOpen(), qPrintable(portState(m_bench->window())));
+        QVERIFY2(gSerialPort->isOpen(), qPrintable(m_bench->portState()));
         QVERIFY(recovers());
     }
 
@@ -118,7 +110,7 @@ private slots:
         simulator::VirtualBoard::Options options;
         options.paced = false;
         options.link = m_folder.filePath("board");
-        m_bench = std::make_unique<Workbench>(options);
+        m_bench = std::make_unique<BoardFixture>(options);
         QVERIFY(recovers());
     }
 
@@ -181,11 +173,11 @@ private slots:
         QVERIFY(recovers());
         hangUp();
         QTRY_VERIFY(!gSerialPort->isOpen());
-        QVERIFY2(portState(m_bench->window()).contains("connection lost"), qPrintable(portState(m_bench->window())));
+        QVERIFY2(m_bench->portState().contains("connection lost"), qPrintable(m_bench->portState()));
         QCOMPARE(answers.seen(), QStringList());
         m_bench->window().Serialport_open();
         QCOMPARE(answers.seen(), QStringList(kCannotOpen + "|no such device; is the board plugged in?"));
-        QVERIFY2(portState(m_bench->window()).contains("no such device"), qPrintable(portState(m_bench->window())));
+        QVERIFY2(m_bench->portState().contains("no such device"), qPrintable(m_bench->portState()));
         openWhenItIsBack();
     }
 
@@ -206,8 +198,7 @@ private slots:
             hangUp();
         onceInConsole([&] {
             const auto close = qScopeGuard([] { console()->close(); });
-            QVERIFY2(portState(m_bench->window()).contains("the console has it"),
-                     qPrintable(portState(m_bench->window())));
+            QVERIFY2(m_bench->portState().contains("the console has it"), qPrintable(m_bench->portState()));
             const QString tty = board().line().tty();
             if (!lostBefore) {
                 QTRY_VERIFY(board().line().isConnected());
@@ -224,7 +215,7 @@ private slots:
         });
         m_bench->window().console_mode();
         QVERIFY(!gSerialPort->isOpen());
-        QVERIFY2(portState(m_bench->window()).contains("no such device"), qPrintable(portState(m_bench->window())));
+        QVERIFY2(m_bench->portState().contains("no such device"), qPrintable(m_bench->portState()));
         QTEST(answers.seen(), "boxes");
         openWhenItIsBack();
     }
@@ -294,7 +285,7 @@ private slots:
         if (mode == 0660)
             reason = reason.arg(QFileInfo(line.tty()).group());
         QCOMPARE(answers.seen(), QStringList(kCannotOpen + '|' + reason));
-        QVERIFY2(portState(m_bench->window()).contains("closed: " + reason), qPrintable(portState(m_bench->window())));
+        QVERIFY2(m_bench->portState().contains("closed: " + reason), qPrintable(m_bench->portState()));
         gPortName = before;
         m_bench->window().Serialport_open();
         QVERIFY(recovers());
@@ -330,7 +321,7 @@ private slots:
 
 private:
     const QTemporaryDir m_folder;
-    std::unique_ptr<Workbench> m_bench;
+    std::unique_ptr<BoardFixture> m_bench;
 };
 
 QTEST_MAIN(TestWeather)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Every button sends its command line, to the byte; inputs are checked where they are to be.
 #include "support/boxanswerer.h"
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include "link/commandchannel.h"
 
@@ -45,7 +45,7 @@ private:
 private slots:
     void initTestCase()
     {
-        m_bench = std::make_unique<RawBench>();
+        m_bench = std::make_unique<WindowFixture>();
         QTRY_VERIFY(m_bench->line().received().endsWith("get 0\r\n"));
     }
 
@@ -364,7 +364,7 @@ private slots:
     }
 
 private:
-    std::unique_ptr<RawBench> m_bench;
+    std::unique_ptr<WindowFixture> m_bench;
     bool m_reminded = false;
 };
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The form and its slots fit each other; everything fits the window.
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -20,13 +20,6 @@ void collect(QtMsgType type, const QMessageLogContext &, const QString &message)
         warnings.append(message);
 }
 
-bool isOurs(const QObject *object)
-{
-    // Parts of other widgets (scroll buttons of a tab bar, the editor of a spin box) are the library's.
-    return !object->objectName().isEmpty() && !object->objectName().startsWith(QLatin1String("qt_"))
-        && !object->objectName().startsWith(QLatin1String("Scroll"));
-}
-
 } // namespace
 
 class TestForm : public QObject
@@ -37,7 +30,7 @@ private slots:
     void initTestCase()
     {
         const auto old = qInstallMessageHandler(collect);
-        m_bench = std::make_unique<RawBench>();
+        m_bench = std::make_unique<WindowFixture>();
         qInstallMessageHandler(old);
     }
 
@@ -64,7 +57,7 @@ private slots:
         const auto buttons = m_bench->window().centralWidget()->findChildren<QAbstractButton *>();
         for (const QAbstractButton *button : buttons) {
             const QString name = button->objectName();
-            if (!isOurs(button) || !button->isVisibleTo(button->parentWidget()))
+            if (!driver::isOurs(button) || !button->isVisibleTo(button->parentWidget()))
                 continue;
             const QString head = QStringLiteral("on_%1_clicked(").arg(name);
             bool found = false;
@@ -136,7 +129,7 @@ private slots:
         const auto widgets = m_bench->window().centralWidget()->findChildren<QWidget *>();
         for (QWidget *widget : widgets) {
             m_bench->turnTo(widget);
-            if (!isOurs(widget) || !widget->isVisible())
+            if (!driver::isOurs(widget) || !widget->isVisible())
                 continue;
             QSize wanted = widget->minimumSizeHint();
             if (!widget->minimumSize().isEmpty()) // chosen, not computed
@@ -157,13 +150,13 @@ private slots:
         for (const QWidget *widget : widgets) {
             const bool field = qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QTextEdit *>(widget)
                 || qobject_cast<const QComboBox *>(widget) || !widget->accessibleDescription().isEmpty();
-            if (isOurs(widget) && field && !qobject_cast<const QAbstractButton *>(widget))
+            if (driver::isOurs(widget) && field && !qobject_cast<const QAbstractButton *>(widget))
                 QVERIFY2(!widget->accessibleName().isEmpty(), qPrintable(widget->objectName()));
         }
     }
 
 private:
-    std::unique_ptr<RawBench> m_bench;
+    std::unique_ptr<WindowFixture> m_bench;
 };
 
 QTEST_MAIN(TestForm)

@@ -4,7 +4,7 @@
 #include "link/commandchannel.h"
 #include "link/serialline.h"
 #include "support/boxanswerer.h"
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include <QElapsedTimer>
 #include <QAction>
@@ -20,7 +20,7 @@ class TestLine : public QObject
 private slots:
     void initTestCase()
     {
-        m_bench = std::make_unique<RawBench>();
+        m_bench = std::make_unique<WindowFixture>();
         QTRY_VERIFY(m_bench->line().received().endsWith("get 0\r\n"));
         m_bench->line().clear();
     }
@@ -155,8 +155,7 @@ private slots:
         QCOMPARE(errors.size(), reports);
         QVERIFY(reports <= 3);
         QCOMPARE(answers.seen(), QStringList());
-        QVERIFY(
-            m_bench->window().statusBar()->findChild<QLabel *>()->text().contains(QStringLiteral("connection lost")));
+        QVERIFY2(m_bench->portState().contains("connection lost"), qPrintable(m_bench->portState()));
 
         RawLine back;
         gPortName = back.tty();
@@ -167,7 +166,7 @@ private slots:
     }
 
 private:
-    std::unique_ptr<RawBench> m_bench;
+    std::unique_ptr<WindowFixture> m_bench;
 };
 
 QTEST_MAIN(TestLine)

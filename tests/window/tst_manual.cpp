@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The manual and the window fit each other: comments in the manual name the page that a chapter describes
 // ("page: tabWidgetPage1") and the controls that a line explains ("controls: comboBox_memu_1 label_MBIST_*").
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
@@ -91,12 +91,6 @@ bool isControl(const QWidget *widget)
         || qobject_cast<const QLCDNumber *>(widget) || (group && group->isCheckable()) || isTellingLabel(widget);
 }
 
-bool isOurs(const QObject *object)
-{
-    return !object->objectName().isEmpty() && !object->objectName().startsWith(QLatin1String("qt_"))
-        && !object->objectName().startsWith(QLatin1String("Scroll"));
-}
-
 // Pages of the tab widgets, also one that was taken out of its tabs.
 bool isPage(const QWidget *widget)
 {
@@ -125,7 +119,7 @@ private slots:
         m_manual = readManual();
         m_chapters = chaptersOf(m_manual);
         QVERIFY(m_chapters.size() > 20);
-        m_bench = std::make_unique<RawBench>();
+        m_bench = std::make_unique<WindowFixture>();
     }
 
     void everyPageHasAChapter()
@@ -146,7 +140,7 @@ private slots:
         int count = 0;
         const auto widgets = m_bench->window().centralWidget()->findChildren<QWidget *>();
         for (const QWidget *widget : widgets) {
-            if (!isOurs(widget) || !isControl(widget))
+            if (!driver::isOurs(widget) || !isControl(widget))
                 continue;
             ++count;
             const Chapter *chapter = chapterOf(pageOf(widget));
@@ -157,7 +151,7 @@ private slots:
         for (const QMenu *menu : menus) {
             const auto actions = menu->actions();
             for (const QAction *action : actions) {
-                if (!action->isSeparator() && isOurs(action) && !names(allControls(), action->objectName()))
+                if (!action->isSeparator() && driver::isOurs(action) && !names(allControls(), action->objectName()))
                     missing.append(action->objectName());
             }
         }
@@ -218,7 +212,7 @@ private:
 
     QString m_manual;
     std::vector<Chapter> m_chapters;
-    std::unique_ptr<RawBench> m_bench;
+    std::unique_ptr<WindowFixture> m_bench;
 };
 
 QTEST_MAIN(TestManual)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Frames on the line to what the window shows: through port, extraction, dispatch and decoder.
 #include "support/boxanswerer.h"
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include "app/display.h"
 #include "app/textview.h"
@@ -61,7 +61,7 @@ private:
 private slots:
     void initTestCase()
     {
-        m_bench = std::make_unique<RawBench>();
+        m_bench = std::make_unique<WindowFixture>();
         QTRY_VERIFY(m_bench->line().received().endsWith("get 0\r\n"));
     }
 
@@ -346,7 +346,7 @@ private slots:
     }
 
 private:
-    std::unique_ptr<RawBench> m_bench;
+    std::unique_ptr<WindowFixture> m_bench;
 };
 
 QTEST_MAIN(TestPainting)

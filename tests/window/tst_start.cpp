@@ -4,7 +4,7 @@
 #include "link/serialline.h"
 #include "link/serialports.h"
 #include "support/boxanswerer.h"
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include <QAction>
 #include <QStatusBar>
@@ -16,8 +16,6 @@ class TestStart : public QObject
     Q_OBJECT
 
 private:
-    static QString portState(const MainWindow &window) { return window.statusBar()->findChild<QLabel *>()->text(); }
-
 private slots:
     void init() { gPortName.clear(); }
     void cleanup() { closeLine(*gSerialPort); }
@@ -25,12 +23,12 @@ private slots:
     void onePortIsOpenedAndAsked()
     {
         BoxAnswerer answers;
-        RawBench bench;
+        WindowFixture bench;
         QTRY_COMPARE(bench.line().received(), QByteArray("get 3\r\nget 4\r\nget 1\r\nget 9\r\nget 10\r\nget 0\r\n"));
         QCOMPARE(answers.seen(), QStringList());
         QCOMPARE(gPortName, bench.line().tty());
         QCOMPARE(gSerialPort->baudRate(), 1958400);
-        QVERIFY2(portState(bench.window()).contains(QStringLiteral(" - open")), qPrintable(portState(bench.window())));
+        QVERIFY2(bench.portState().contains(QStringLiteral(" - open")), qPrintable(bench.portState()));
     }
 
     void twoPortsAreAChoice()
@@ -118,8 +116,8 @@ private slots:
         QCOMPARE(answers.seen().size(), 1);
         const QString box = QStringLiteral("Warning|Serialport can not open, please check.|") + reason;
         QVERIFY2(answers.seen().constFirst().startsWith(box), qPrintable(answers.seen().constFirst()));
-        QVERIFY2(portState(window).contains(name + QStringLiteral(" - closed: ") + reason),
-                 qPrintable(portState(window)));
+        QVERIFY2(driver::portState(window).contains(name + QStringLiteral(" - closed: ") + reason),
+                 qPrintable(driver::portState(window)));
     }
 
     // The box before the window is shown is the last window closed then: that ends nothing.
@@ -136,7 +134,7 @@ private slots:
 
     void slotsThatNothingCallsLeaveTheWindowWhole()
     {
-        RawBench bench;
+        WindowFixture bench;
         BoxAnswerer answers(QMessageBox::No);
         bench.window().reOpenSerialPort();
         answers.setButton(QMessageBox::Yes);

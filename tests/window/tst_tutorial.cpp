@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The tutorial's script against the window: what it presses, types into and frames is there, on the page that it opened.
 #include "demo/tutorialscript.h"
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include <QComboBox>
 #include <QPushButton>
-#include <QTabWidget>
 #include <QTest>
 
-using tutorial::Act;
-using tutorial::Step;
+using script::Act;
+using script::Step;
 
 class TestTutorial : public QObject
 {
@@ -20,19 +19,6 @@ private slots:
 };
 
 namespace {
-
-bool open(QWidget &window, const QString &title)
-{
-    for (QTabWidget *pages : window.findChildren<QTabWidget *>()) {
-        for (int i = 0; pages->isVisible() && i < pages->count(); ++i) {
-            if (pages->tabText(i) != title)
-                continue;
-            pages->setCurrentIndex(i);
-            return true;
-        }
-    }
-    return false;
-}
 
 QString typed(QLineEdit &field, const char *text)
 {
@@ -45,21 +31,21 @@ QString typed(QLineEdit &field, const char *text)
 
 void TestTutorial::everyStepFitsTheWindow()
 {
-    RawBench bench;
+    WindowFixture bench;
     QWidget &window = bench.window();
-    QVERIFY(window.findChild<QLabel *>(tutorial::kState) && window.findChild<QLineEdit *>(tutorial::kTime)
-            && window.findChild<QComboBox *>(tutorial::kFaultBox));
+    QVERIFY(window.findChild<QLabel *>(tutorial::kState) && window.findChild<QLineEdit *>(tutorial::kTime));
 
     bool injected = false;
     const auto check = [&](const Step &step) {
-        auto *widget = window.findChild<QWidget *>(step.target);
-        QVERIFY2(step.act == Act::Open ? open(window, step.target) : widget && widget->isVisible(), step.target);
+        auto *widget = window.findChild<QWidget *>(step.widget);
+        QVERIFY2(step.act == Act::Open ? driver::openPage(&window, step.widget) : widget && widget->isVisible(),
+                 step.widget);
         if (step.act == Act::Press || step.act == Act::Inject)
-            QVERIFY2(qobject_cast<QPushButton *>(widget), step.target);
+            QVERIFY2(qobject_cast<QPushButton *>(widget), step.widget);
         if (step.act == Act::Type)
             QCOMPARE(typed(dynamic_cast<QLineEdit &>(*widget), step.text), QString(step.text));
         if (step.act == Act::Next)
-            QVERIFY2(dynamic_cast<QComboBox &>(*widget).count() > 1, step.target);
+            QVERIFY2(dynamic_cast<QComboBox &>(*widget).count() > 1, step.widget);
         injected = injected || step.act == Act::Inject;
         QVERIFY2(injected || !QString(step.caption).contains("%1"), step.caption);
     };
