@@ -4,6 +4,7 @@
 #include "protocol/frame.h"
 #include "protocol/payload.h"
 #include "protocol/sys.h"
+#include "simulator/detection.h"
 #include "simulator/unit.h"
 #include "simulator/units.h"
 
@@ -32,6 +33,7 @@ Board::Board(quint32 seed, QObject *parent) : QObject(parent), m_random(seed)
     addCommands({
         {"help", "all commands", [this] { sayHelp(); }},
         {"status", "state of all modules", [this] { sayStatus(); }},
+        {"sick none", "repair everything", [this] { heal(); }},
     });
     for (const auto &unit : m_units)
         unit->reset(ResetKind::PowerOn);
@@ -101,16 +103,24 @@ void Board::say(const QString &text)
     emit said(text);
 }
 
-void Board::reportFault(quint8 source)
+void Board::reportFault(quint8 source, double elapsedUs)
 {
+    const Detection &detection = detectionOf(source);
+    const double time = elapsedUs + detection.us + detection.spread * drawn(0, 1000) / 1000;
     for (const auto &unit : m_units)
-        unit->faultReported(source);
+        unit->faultReported(source, static_cast<float>(time));
 }
 
 void Board::clearFault(quint8 source)
 {
     for (const auto &unit : m_units)
         unit->faultCleared(source);
+}
+
+void Board::heal()
+{
+    for (const auto &unit : m_units)
+        unit->heal();
 }
 
 void Board::restart(Reason reason, std::optional<quint8> source)
@@ -167,6 +177,14 @@ void Board::after(int milliseconds, std::function<void()> work)
 int Board::drawn(int low, int high)
 {
     return low + static_cast<int>(m_random() % static_cast<unsigned>(high - low + 1));
+}
+
+QByteArray Board::drawnBytes(int count)
+{
+    QByteArray bytes;
+    for (int i = 0; i < count; ++i)
+        bytes.append(static_cast<char>(drawn(0, 255)));
+    return bytes;
 }
 
 void Board::sayHelp()

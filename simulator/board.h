@@ -47,10 +47,13 @@ public:
     /// Sends a text message.
     void say(const QString &text);
 
-    /// A mechanism has detected the fault of this source.
-    void reportFault(quint8 source);
+    /// A mechanism has detected the fault of this source, `elapsedUs` microseconds after it began: what the mechanism
+    /// itself takes (simulator/detection.h) is added.
+    void reportFault(quint8 source, double elapsedUs = 0);
     /// The fault status of this source has been cleared.
     void clearFault(quint8 source);
+    /// Repairs what "sick" commands broke.
+    void heal();
 
     /// Restarts: silence for kRestartMs, then every unit is reset, the restart notice goes out, and every unit sends
     /// what it reports after a restart. A reset by the fault collection unit names the fault source that caused it.
@@ -65,6 +68,7 @@ public:
     void after(int milliseconds, std::function<void()> work);
     /// Evenly drawn from `low` to `high`, both included.
     int drawn(int low, int high);
+    QByteArray drawnBytes(int count);
 
     const std::vector<std::unique_ptr<Unit>> &units() const { return m_units; }
 

@@ -3,7 +3,6 @@
 
 #include <openssl/evp.h>
 #include <openssl/params.h>
-#include <openssl/rand.h>
 
 #include <memory>
 
@@ -57,12 +56,6 @@ QByteArray cmac(const QByteArray &key, const QByteArray &message)
         && EVP_MAC_update(context.get(), bytesOf(message), static_cast<std::size_t>(message.size()))
         && EVP_MAC_final(context.get(), reinterpret_cast<unsigned char *>(result.data()), &length, kBlockSize);
     return ok ? result : QByteArray();
-}
-
-QByteArray randomBytes(int count)
-{
-    QByteArray result(count, '\0');
-    return RAND_bytes(reinterpret_cast<unsigned char *>(result.data()), count) == 1 ? result : QByteArray();
 }
 
 } // namespace simulator::crypto

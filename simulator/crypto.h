@@ -16,7 +16,4 @@ QByteArray decrypt(const QByteArray &key, const QByteArray &iv, const QByteArray
 /// AES-CMAC (RFC 4493), 16 bytes.
 QByteArray cmac(const QByteArray &key, const QByteArray &message);
 
-/// Random bytes from the operating system's generator; empty where it fails.
-QByteArray randomBytes(int count);
-
 } // namespace simulator::crypto

@@ -40,25 +40,43 @@ Shell::Shell(Board &board, QObject *parent) : QObject(parent), m_board(board)
 
 void Shell::take(const QByteArray &bytes)
 {
-    if (m_line.isEmpty() && m_escape == 0 && takeLines(bytes))
+    if (!isTyped(bytes)) {
+        takeLines(bytes);
         return;
+    }
     for (const char byte : bytes)
         takeKey(byte);
 }
 
-// Whole lines and nothing else.
-bool Shell::takeLines(const QByteArray &bytes)
+bool Shell::isTyped(const QByteArray &bytes) const
 {
-    const bool whole = bytes.size() > 2 && isLineEnd(bytes.back()) && !bytes.contains(kEscape)
-        && !bytes.contains(kBackspace) && !bytes.contains(kDelete);
-    if (!whole)
+    if (!m_pending.isEmpty())
         return false;
-    const QStringList lines = QString::fromLatin1(bytes)
-                                  .replace(QLatin1Char('\r'), QLatin1Char('\n'))
-                                  .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    for (const QString &line : lines)
-        m_board.execute(line);
-    return true;
+    const bool wholeLines = bytes.size() > 2 && isLineEnd(bytes.back());
+    return !m_line.isEmpty() || m_escape > 0 || !(wholeLines || bytes.size() >= kProgramPiece)
+        || bytes.contains(kEscape) || bytes.contains(kBackspace) || bytes.contains(kDelete);
+}
+
+void Shell::takeLines(const QByteArray &bytes)
+{
+    m_pending.append(bytes);
+    m_pending.replace('\r', '\n');
+    int begin = 0;
+    for (int end = m_pending.indexOf('\n'); end >= 0; end = m_pending.indexOf('\n', begin)) {
+        takeLine(m_pending.mid(begin, end - begin));
+        begin = end + 1;
+    }
+    m_pending.remove(0, begin);
+    if (m_pending.size() > kMaxLine)
+        m_pending.truncate(kMaxLine + 1); // still too long
+}
+
+void Shell::takeLine(const QByteArray &line)
+{
+    if (line.size() > kMaxLine)
+        m_board.say(QStringLiteral("line too long, dropped"));
+    else if (!line.isEmpty())
+        m_board.execute(QString::fromLatin1(line.constData(), static_cast<int>(line.size())));
 }
 
 void Shell::takeKey(char key)
@@ -105,7 +123,7 @@ void Shell::takeEscape(char key)
 
 void Shell::finishLine()
 {
-    const QString line = QString::fromLatin1(m_line);
+    const QString line = QString::fromLatin1(m_line.constData(), static_cast<int>(m_line.size()));
     m_line.clear();
     m_position = m_recalled = 0;
     m_board.say(QStringLiteral("\r\n"));

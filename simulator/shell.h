@@ -10,8 +10,9 @@ namespace simulator {
 
 class Board;
 
-/// Lines that arrive in one piece are carried out silently. Anything else is typing: it is echoed and edited with the
-/// cursor keys, Backspace and Delete, with a short history, by messages with ANSI control sequences.
+/// Whole lines that arrive in one piece are a program's and are carried out silently; so is a line that begins with a
+/// piece too long to have been typed. Anything else is typing: it is echoed and edited with the cursor keys, Backspace
+/// and Delete, with a short history, by messages with ANSI control sequences.
 class Shell : public QObject
 {
     Q_OBJECT
@@ -21,12 +22,16 @@ public:
 
     void take(const QByteArray &bytes);
 
-    /// Longer lines than this are dropped with a message.
-    static constexpr int kMaxLine = 65536;
+    /// Longer lines than this are dropped with a message. The longest useful one encrypts 32 KiB.
+    static constexpr int kMaxLine = 66 * 1024;
+    /// A piece of this length was not typed.
+    static constexpr int kProgramPiece = 1024;
     static constexpr int kHistory = 20;
 
 private:
-    bool takeLines(const QByteArray &bytes);
+    bool isTyped(const QByteArray &bytes) const;
+    void takeLines(const QByteArray &bytes);
+    void takeLine(const QByteArray &line);
     void takeKey(char key);
     void takeEscape(char key);
     void finishLine();
@@ -36,7 +41,8 @@ private:
     void prompt();
 
     Board &m_board;
-    QByteArray m_line;
+    QByteArray m_pending; // the beginning of a program's line
+    QByteArray m_line;    // being typed
     int m_position = 0;
     int m_escape = 0; // bytes of an escape sequence seen
     bool m_afterReturn = false;

@@ -36,8 +36,12 @@ public:
     /// One short plain line on its state, for people.
     virtual QString status() const = 0;
 
-    /// Told of every fault that a mechanism detects, and of every fault status that is cleared.
-    virtual void faultReported(quint8) {}
+    /// Repairs what "sick" commands broke, and reports it.
+    virtual void heal() {}
+
+    /// Told of every fault that a mechanism detects (its source, and microseconds from its beginning to its detection),
+    /// and of every fault status that is cleared.
+    virtual void faultReported(quint8, float) {}
     virtual void faultCleared(quint8) {}
     /// Asked before a restart; true when another reset takes its place or the board stays in reset.
     virtual bool replacesReset(Reason, std::optional<quint8>) { return false; }

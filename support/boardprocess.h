@@ -15,6 +15,7 @@ public:
     bool isRunning() const { return !m_tty.isEmpty(); }
     /// Path of the terminal line, "/dev/pts/4".
     QString tty() const { return m_tty; }
+    qint64 processId() const { return m_process.processId(); }
     /// Why it does not run.
     QString errorString() const;
 

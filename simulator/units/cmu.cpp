@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Clock monitors: thirteen clocks with limits, a little drift, and ways to break them.
+// Clock monitors: thirteen clocks with limits, a little drift, and ways to break them; the clock generators.
 #include "protocol/cmu.h"
 
 #include "protocol/payload.h"
@@ -19,44 +19,72 @@ using protocol::ModuleId;
 using protocol::PayloadWriter;
 namespace cmu = protocol::cmu;
 
+struct Limits {
+    int lower; // MHz
+    int upper;
+};
+
 struct Clock {
     int nominal; // MHz
-    int lower;
-    int upper;
+    Limits limits;
     quint8 faultId;
 };
 
+// The window shows 80 for an MC_CLK that is too slow and 160 for an ADC_CLK that is too fast.
 constexpr std::array clocks = std::to_array<Clock>({
-    {80, 70, 90, 28},    // MC
-    {240, 230, 250, 29}, // CORE0
-    {40, 36, 44, 30},    // CAN
-    {160, 150, 170, 31}, // ADC
-    {120, 110, 130, 32}, // SYS
-    {64, 58, 70, 33},    // LFAST
-    {20, 17, 23, 34},    // CLK_OUT0
-    {200, 190, 210, 35}, // SPT
-    {80, 72, 88, 36},    // LIN, SPI
-    {240, 230, 250, 37}, // CORE1
-    {240, 230, 250, 38}, // CORE2
-    {60, 54, 66, 39},    // PBRIDGE
-    {100, 92, 108, 87},  // ACQN
+    {120, {110, 130}, 28}, // MC
+    {240, {230, 250}, 29}, // CORE0
+    {40, {36, 44}, 30},    // CAN
+    {80, {70, 90}, 31},    // ADC
+    {120, {110, 130}, 32}, // SYS
+    {64, {58, 70}, 33},    // LFAST
+    {20, {17, 23}, 34},    // CLK_OUT0
+    {200, {190, 210}, 35}, // SPT
+    {80, {72, 88}, 36},    // LIN, SPI
+    {240, {230, 250}, 37}, // CORE1
+    {240, {230, 250}, 38}, // CORE2
+    {60, {54, 66}, 39},    // PBRIDGE
+    {100, {92, 108}, 87},  // ACQN
 });
 static_assert(clocks.size() == cmu::kMonitorCount);
-
-struct State {
-    int value = 0;
-    int lower = 0;
-    int upper = 0;
-    bool enabled = true;
-    bool lost = false;
-    bool forced = false; // a fault moved the value: it does not drift
-};
 
 constexpr int kMc = 0;
 constexpr int kAdc = 3;
 constexpr int kSpi = 8;
-constexpr std::size_t kRecordLimit = 255;
+constexpr int kSlowMc = 80;
+constexpr int kFastAdc = 160;
+constexpr int kMovedBy = 20; // width of moved limits, MHz
+constexpr quint8 kCrystalLost = 27;
+constexpr quint8 kSpiLost = 88;
+constexpr int kMaxMHz = 255;
+constexpr std::size_t kMaxRecord = 255;
 constexpr int kIrcHz = 16000000;
+
+struct Monitor {
+    int value = 0;
+    Limits limits = {};
+    std::optional<Limits> moved; // by an injection: in force instead of `limits`
+    bool enabled = true;
+    bool lost = false;
+    bool forced = false;  // a fault moved the value: it does not drift
+    bool latched = false; // the present fault has been reported
+
+    const Limits &inForce() const { return moved ? *moved : limits; }
+    bool isDisturbed() const { return lost || forced || moved; }
+};
+
+// Clock generators by the bit of the clock report. Those that the fault collection unit hears of have a source there.
+struct Generator {
+    const char *name;
+    int bit;
+    std::optional<quint8> faultId;
+};
+constexpr Generator generators[] = {{"sdpll", 7, 89}, {"pll1", 6, 26}, {"pll0", 5, 25}, {"irc", 3, {}}};
+constexpr unsigned kAllHealthy = 0xF8;
+constexpr unsigned kCrystalBit = 0x10;
+constexpr unsigned kIrcAlone = 0x08;
+constexpr unsigned kFromIrc = 0;
+constexpr unsigned kFromPll0 = 2;
 
 class ClockMonitors : public Unit
 {
@@ -72,12 +100,13 @@ public:
             {"cmu 15", "clock monitors to their defaults", [this] { restoreAll(); }},
             {"cmu 16", "clock fault record", [this] { sendRecord(); }},
             {"cmu 17", "clear clock faults", [this] { clearFaults(); }},
-            {"cmu lose", "xosc|spi", "lose the crystal or the SPI clock", [this](auto &a) { lose(a[0]); }},
-            {"inject 5 1", "MC_CLK too slow", [this] { force(kMc, -20, cmu::TooLow); }},
-            {"inject 5 2", "ADC_CLK too fast", [this] { force(kAdc, 20, cmu::TooHigh); }},
-            {"inject 5 3", "SPI_CLK lost", [this] { loseClock(kSpi); }},
-            {"inject 5 4", "MC_CLK below moved limits", [this] { moveLimits(20, cmu::TooLow); }},
-            {"inject 5 5", "MC_CLK above moved limits", [this] { moveLimits(-20, cmu::TooHigh); }},
+            {"inject 5 1", "MC_CLK too slow", [this] { force(kMc, kSlowMc); }},
+            {"inject 5 2", "ADC_CLK too fast", [this] { force(kAdc, kFastAdc); }},
+            {"inject 5 3", "SPI_CLK lost", [this] { lose(kSpi); }},
+            {"inject 5 4", "MC_CLK below moved limits", [this] { moveUp(kMc); }},
+            {"inject 5 5", "MC_CLK above moved limits", [this] { moveDown(kMc); }},
+            {"sick clock", "xosc|spi|sdpll|pll0|pll1|irc", "a clock fails", [this](auto &a) { fail(a[0]); }},
+            {"sick source", "<0-7>", "another system clock source", [this](auto &a) { setSource(a[0]); }},
         });
     }
 
@@ -87,40 +116,62 @@ public:
         restore();
         m_record.clear();
     }
+    void announce() override
+    {
+        sendClocks();
+        sendAll();
+        sendRecord();
+    }
+    void heal() override
+    {
+        m_generators = kAllHealthy;
+        m_source = kFromPll0;
+        clearFaults();
+        sendClocks();
+    }
     QString status() const override
     {
-        const auto on = std::count_if(m_states.begin(), m_states.end(), [](const State &s) { return s.enabled; });
+        const auto on = std::count_if(m_monitors.begin(), m_monitors.end(), [](const Monitor &m) { return m.enabled; });
         return QStringLiteral("%1 of 13 monitors on, %2 faults recorded").arg(on).arg(m_record.size());
     }
 
 private:
-    State &at(int monitor) { return m_states[static_cast<std::size_t>(monitor)]; }
+    Monitor &at(int monitor) { return m_monitors[static_cast<std::size_t>(monitor)]; }
+    static const Clock &clockOf(int monitor) { return clocks[static_cast<std::size_t>(monitor)]; }
 
     void restore()
     {
-        for (std::size_t i = 0; i < clocks.size(); ++i)
-            m_states[i] = {clocks[i].nominal, clocks[i].lower, clocks[i].upper, true, false, false};
+        m_generators = kAllHealthy;
+        m_source = kFromPll0;
+        for (int i = 0; i < cmu::kMonitorCount; ++i) {
+            at(i) = {};
+            at(i).value = clockOf(i).nominal;
+            at(i).limits = clockOf(i).limits;
+        }
     }
 
     void restoreAll()
     {
         restore();
+        sendClocks();
         sendAll();
     }
 
+    // The value that is reported is the one that is checked.
     void sendMonitor(int monitor)
     {
-        State &state = at(monitor);
+        Monitor &state = at(monitor);
         if (!state.forced)
-            state.value = clocks[static_cast<std::size_t>(monitor)].nominal + m_board.drawn(-1, 1);
+            state.value = clockOf(monitor).nominal + m_board.drawn(-1, 1);
+        check(monitor);
         const unsigned flags = static_cast<unsigned>(monitor) << 4 | (monitor == kSpi && state.lost ? 4U : 0U)
             | (monitor == kMc && state.lost ? 2U : 0U) | (state.enabled ? 1U : 0U);
         m_board.send(ModuleId::Cmu, cmu::MonitorReport,
                      PayloadWriter()
                          .u8(flags)
                          .u8(static_cast<unsigned>(state.value))
-                         .u8(static_cast<unsigned>(state.upper))
-                         .u8(static_cast<unsigned>(state.lower))
+                         .u8(static_cast<unsigned>(state.inForce().upper))
+                         .u8(static_cast<unsigned>(state.inForce().lower))
                          .take());
     }
 
@@ -130,12 +181,12 @@ private:
             sendMonitor(i);
     }
 
-    // Running from PLL0; without the crystal the loops lose their lock and the chip falls back to the IRC.
+    // The internal oscillator is measured against the crystal: without it there is nothing to measure.
     void sendClocks()
     {
         const bool crystal = !at(kMc).lost;
-        const unsigned flags = crystal ? 0xF8 | 2 : 0x08;
-        const int hertz = kIrcHz + m_board.drawn(-40000, 40000);
+        const unsigned flags = crystal ? m_generators | m_source : (m_generators & kIrcAlone) | kFromIrc;
+        const int hertz = crystal ? kIrcHz + m_board.drawn(-40000, 40000) : 0;
         m_board.send(ModuleId::Cmu, cmu::ClockReport,
                      PayloadWriter().u8(flags).u24be(static_cast<quint32>(hertz)).take());
     }
@@ -163,86 +214,150 @@ private:
     void setLimits(const QStringList &arguments)
     {
         const auto monitor = decimal(arguments[0], cmu::kMonitorCount - 1);
-        const auto upper = decimal(arguments[1], 255);
-        const auto lower = decimal(arguments[2], 255);
+        const auto upper = decimal(arguments[1], kMaxMHz);
+        const auto lower = decimal(arguments[2], kMaxMHz);
         if (!monitor || !upper || !lower) {
             m_board.say(QStringLiteral("usage: cmu <monitor 0-12> <upper 0-255> <lower 0-255>"));
             return;
         }
-        State &state = at(static_cast<int>(*monitor));
-        state.upper = static_cast<int>(*upper);
-        state.lower = static_cast<int>(*lower);
-        check(static_cast<int>(*monitor));
+        Monitor &state = at(static_cast<int>(*monitor));
+        state.limits = {static_cast<int>(*lower), static_cast<int>(*upper)};
+        state.moved.reset();
+        state.latched = false;
         sendMonitor(static_cast<int>(*monitor));
     }
 
+    static std::optional<cmu::FaultKind> faultOf(const Monitor &state)
+    {
+        if (state.lost)
+            return cmu::ClockLoss;
+        if (state.value > state.inForce().upper)
+            return cmu::TooHigh;
+        if (state.value < state.inForce().lower)
+            return cmu::TooLow;
+        return {};
+    }
+
+    // Reports a fault once, until it is cleared or caused anew. A monitor that is off notices it when switched on.
     void check(int monitor)
     {
-        const State &state = at(monitor);
-        if (state.value > state.upper)
-            detect(monitor, cmu::TooHigh);
-        else if (state.value < state.lower)
-            detect(monitor, cmu::TooLow);
-    }
-
-    void detect(int monitor, cmu::FaultKind kind)
-    {
-        if (!at(monitor).enabled) {
-            m_board.say(QStringLiteral("CMU%1 is off: the fault goes unnoticed").arg(monitor));
+        Monitor &state = at(monitor);
+        const auto kind = faultOf(state);
+        if (!kind || !state.enabled || state.latched)
             return;
-        }
-        if (m_record.size() < kRecordLimit)
-            m_record.push_back({static_cast<quint8>(monitor), static_cast<quint8>(kind)});
-        m_board.reportFault(clocks[static_cast<std::size_t>(monitor)].faultId);
+        state.latched = true;
+        if (m_record.size() < kMaxRecord)
+            m_record.push_back({static_cast<quint8>(monitor), static_cast<quint8>(*kind)});
+        m_board.reportFault(*kind != cmu::ClockLoss ? clockOf(monitor).faultId
+                                : monitor == kMc    ? kCrystalLost
+                                                    : kSpiLost);
+        sendRecord();
     }
 
-    void force(int monitor, int byMHz, cmu::FaultKind kind)
+    // After an injection.
+    void checkAnew(int monitor)
     {
-        State &state = at(monitor);
-        state.value = clocks[static_cast<std::size_t>(monitor)].nominal + byMHz;
-        state.forced = true;
-        detect(monitor, kind);
+        at(monitor).latched = false;
+        if (!faultOf(at(monitor)))
+            m_board.say(QStringLiteral("CMU%1: the clock is within its limits, no fault").arg(monitor));
+        else if (!at(monitor).enabled)
+            m_board.say(QStringLiteral("CMU%1 is off: the fault goes unnoticed").arg(monitor));
+        check(monitor);
     }
 
-    void loseClock(int monitor)
+    void force(int monitor, int value)
+    {
+        at(monitor).value = value;
+        at(monitor).forced = true;
+        checkAnew(monitor);
+    }
+
+    void lose(int monitor)
     {
         at(monitor).lost = true;
-        detect(monitor, cmu::ClockLoss);
+        checkAnew(monitor);
+        if (monitor == kMc)
+            sendClocks();
         sendMonitor(monitor);
     }
 
-    void lose(const QString &clock)
+    void moveUp(int monitor)
     {
+        const int upper = at(monitor).limits.upper;
+        at(monitor).moved = Limits{upper, std::min(upper + kMovedBy, kMaxMHz)};
+        checkAnew(monitor);
+    }
+
+    void moveDown(int monitor)
+    {
+        const int lower = at(monitor).limits.lower;
+        at(monitor).moved = Limits{std::max(lower - kMovedBy, 0), lower};
+        checkAnew(monitor);
+    }
+
+    void fail(const QString &clock)
+    {
+        if (clock == QLatin1String("xosc"))
+            return lose(kMc);
         if (clock == QLatin1String("spi"))
-            loseClock(kSpi);
-        else if (clock == QLatin1String("xosc"))
-            loseClock(kMc);
-        else
-            m_board.say(QStringLiteral("usage: cmu lose xosc|spi"));
+            return lose(kSpi);
+        for (const Generator &generator : generators) {
+            if (clock != QLatin1String(generator.name))
+                continue;
+            m_generators &= ~(1U << generator.bit);
+            if (generator.faultId)
+                m_board.reportFault(*generator.faultId);
+            sendClocks();
+            return;
+        }
+        m_board.say(QStringLiteral("a clock is xosc, spi, sdpll, pll0, pll1 or irc"));
     }
 
-    void moveLimits(int byMHz, cmu::FaultKind kind)
+    void setSource(const QString &text)
     {
-        State &state = at(kMc);
-        state.lower = clocks[kMc].lower + byMHz;
-        state.upper = clocks[kMc].upper + byMHz;
-        detect(kMc, kind);
+        const auto source = decimal(text, 7);
+        if (!source) {
+            m_board.say(QStringLiteral("a source is a number from 0 to 7"));
+            return;
+        }
+        m_source = *source;
+        sendClocks();
     }
 
-    // Clearing takes the cause away too, else the fault would be back at once.
+    // Takes the injected causes away too, else each fault would be back at once; limits that were set by hand stay.
     void clearFaults()
     {
-        for (const cmu::FaultEntry &entry : m_record) {
-            const Clock &clock = clocks[entry.monitor];
-            State &state = at(entry.monitor);
-            state = {clock.nominal, clock.lower, clock.upper, state.enabled, false, false};
-            m_board.clearFault(clock.faultId);
-        }
         m_record.clear();
+        for (int i = 0; i < cmu::kMonitorCount; ++i)
+            m_board.clearFault(clockOf(i).faultId);
+        for (const quint8 id : {kCrystalLost, kSpiLost})
+            m_board.clearFault(id);
+        for (const Generator &generator : generators) {
+            if (generator.faultId)
+                m_board.clearFault(*generator.faultId);
+        }
+        sendRecord();
+        for (int i = 0; i < cmu::kMonitorCount; ++i)
+            clear(i);
+    }
+
+    void clear(int monitor)
+    {
+        Monitor &state = at(monitor);
+        const bool disturbed = state.isDisturbed() || state.latched;
+        const bool crystalBack = monitor == kMc && state.lost;
+        state.forced = state.lost = state.latched = false;
+        state.moved.reset();
+        if (crystalBack)
+            sendClocks();
+        if (disturbed)
+            sendMonitor(monitor);
     }
 
     Board &m_board;
-    std::array<State, cmu::kMonitorCount> m_states;
+    std::array<Monitor, cmu::kMonitorCount> m_monitors;
+    unsigned m_generators = kAllHealthy;
+    unsigned m_source = kFromPll0;
     std::vector<cmu::FaultEntry> m_record;
 };
 

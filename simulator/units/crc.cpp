@@ -52,8 +52,15 @@ QByteArray blockOf(unsigned channel)
 }
 
 constexpr int kAnswerMs = 5;
-constexpr float kSetUpUs = 0.42F;
-constexpr float kBytesPerUs = 480; // a word a cycle at 120 MHz
+constexpr int kSetUpCycles = 50;
+constexpr int kBytesPerCycle = 4; // a word per cycle of the bus
+constexpr int kCyclesPerUs = 120;
+
+float timeOf(int bytes)
+{
+    const int cycles = kSetUpCycles + (bytes + kBytesPerCycle - 1) / kBytesPerCycle;
+    return static_cast<float>(cycles) / kCyclesPerUs;
+}
 
 class ChecksumUnit : public Unit
 {
@@ -87,13 +94,12 @@ private:
     void send(unsigned polynomial, unsigned channel)
     {
         const QByteArray block = blockOf(channel);
-        const float time = kSetUpUs + static_cast<float>(block.size()) / kBytesPerUs;
         m_board.send(ModuleId::Crc, crc::ResultReport,
                      PayloadWriter()
                          .u32be(static_cast<quint32>(block.size()))
                          .bytes(block)
                          .u32be(calculate(polynomial, block))
-                         .f32be(time)
+                         .f32be(timeOf(block.size()))
                          .take());
     }
 

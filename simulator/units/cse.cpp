@@ -3,12 +3,15 @@
 #include "protocol/cse.h"
 
 #include "protocol/payload.h"
+#include "simulator/arguments.h"
 #include "simulator/board.h"
 #include "simulator/crypto.h"
 #include "simulator/unit.h"
 #include "simulator/units.h"
 
+#include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace simulator {
 
@@ -24,14 +27,32 @@ const QByteArray kCbcKey = QByteArray::fromHex("2B7E151628AED2A6ABF7158809CF4F3C
 const QByteArray kCbcIv = QByteArray::fromHex("000102030405060708090A0B0C0D0E0F");
 const QByteArray kCmacKey = kCbcKey;
 
-constexpr int kWorkMs = 3;
+constexpr int kWorkMs = 3;         // what the firmware takes besides
+constexpr float kCommandUs = 21.5; // to fetch a command and its key
+constexpr float kBlockUs = 1.9F;
 constexpr int kMaxResult = 32768;
+
+// Operations that take data, by the words behind "cse".
+constexpr const char *dataOperations[] = {"2 1 ", "2 2 ", "3 1 ", "3 2 ", "4 ", "5 ", "7 "};
+
+bool isHexDigit(QChar character)
+{
+    const char16_t c = character.unicode();
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
 
 // Bytes of a hexadecimal text; nothing for any other text.
 std::optional<QByteArray> bytesOf(const QString &text)
 {
-    const QByteArray bytes = QByteArray::fromHex(text.toLatin1());
-    return bytes.size() * 2 == text.size() ? std::optional(bytes) : std::nullopt;
+    if (text.size() % 2 != 0 || !std::all_of(text.begin(), text.end(), isHexDigit))
+        return std::nullopt;
+    return QByteArray::fromHex(text.toLatin1());
+}
+
+// Time for data of so many hexadecimal digits: a started block counts, and one more for the start value.
+float timeFor(int digits)
+{
+    return kCommandUs + kBlockUs * static_cast<float>(1 + (digits + cse::kBlockDigits - 1) / cse::kBlockDigits);
 }
 
 class CryptoEngine : public Unit
@@ -54,6 +75,9 @@ public:
             {"cse 6 2", "", "true random number; initialises the pseudo random generator",
              run(&CryptoEngine::trueRandom)},
             {"cse 7", "[<hex>]", "extend the pseudo random seed", run(&CryptoEngine::extendSeed)},
+            {"cse", "...", "", run(&CryptoEngine::refuse)},
+            {"sick cse", "<0-255>", "the engine's next operation ends with this error",
+             [this](auto &a) { setError(a[0]); }},
         });
     }
 
@@ -63,7 +87,9 @@ public:
     {
         m_busy = false;
         m_seed.clear();
+        m_generatorKey = m_board.drawnBytes(crypto::kBlockSize);
     }
+    void heal() override { m_error = cse::NoError; }
     QString status() const override
     {
         return QStringLiteral("keys %1, seed %2")
@@ -80,10 +106,31 @@ private:
             return;
         }
         m_busy = true;
-        m_board.after(kWorkMs, [this, run, arguments] {
+        m_timeUs = timeFor(arguments.join(QString()).size()) + static_cast<float>(m_board.drawn(0, 100)) / 100;
+        m_board.after(kWorkMs + static_cast<int>(m_timeUs / 1000), [this, run, arguments] {
             m_busy = false;
-            (this->*run)(arguments);
+            if (const quint8 error = std::exchange(m_error, cse::NoError); error != cse::NoError)
+                sendStatus(error);
+            else
+                (this->*run)(arguments);
         });
+    }
+
+    // A line that is no operation, or has a blank in its data.
+    void refuse(const QStringList &words)
+    {
+        const QString line = words.join(QLatin1Char(' ')) + QLatin1Char(' ');
+        const bool takesData = std::ranges::any_of(
+            dataOperations, [&line](const char *operation) { return line.startsWith(QLatin1String(operation)); });
+        sendStatus(takesData ? cse::LengthError : cse::InvalidCommand);
+    }
+
+    void setError(const QString &text)
+    {
+        if (const auto code = decimal(text, 255))
+            m_error = static_cast<quint8>(*code);
+        else
+            m_board.say(QStringLiteral("an error is a number from 0 to 255"));
     }
 
     void sendStatus(quint8 code) { m_board.send(ModuleId::Cse, cse::StatusReport, PayloadWriter().u8(code).take()); }
@@ -91,11 +138,8 @@ private:
     void sendResult(cse::Operation operation, const QByteArray &result, bool passed = true)
     {
         sendStatus(cse::NoError);
-        const int blocks = 1 + result.size() / crypto::kBlockSize;
-        const float time =
-            21.5F + 1.9F * static_cast<float>(blocks) + static_cast<float>(m_board.drawn(0, 100)) / 100.0F;
         PayloadWriter payload;
-        payload.u8(operation).f32be(time).u16be(static_cast<unsigned>(result.size()));
+        payload.u8(operation).f32be(m_timeUs).u16be(static_cast<unsigned>(result.size()));
         if (operation == cse::VerifyCmac)
             payload.u8(passed);
         m_board.send(ModuleId::Cse, cse::ResultReport, payload.bytes(result).take());
@@ -174,8 +218,8 @@ private:
 
     void trueRandom(const QStringList &)
     {
-        m_seed = crypto::randomBytes(crypto::kBlockSize);
-        sendResult(cse::TrueRandom, crypto::randomBytes(crypto::kBlockSize));
+        m_seed = m_board.drawnBytes(crypto::kBlockSize);
+        sendResult(cse::TrueRandom, m_board.drawnBytes(crypto::kBlockSize));
     }
 
     void pseudoRandom(const QStringList &)
@@ -184,8 +228,9 @@ private:
             sendStatus(cse::SeedNotInitialized);
             return;
         }
-        m_seed = crypto::encrypt(kEcbKey, {}, m_seed);
-        sendResult(cse::PseudoRandom, m_seed);
+        // The number is another function of the state than the next state, so that it does not tell the state.
+        m_seed = crypto::encrypt(m_generatorKey, {}, m_seed);
+        sendResult(cse::PseudoRandom, crypto::cmac(m_generatorKey, m_seed));
     }
 
     void extendSeed(const QStringList &arguments)
@@ -196,7 +241,7 @@ private:
         } else if (!entropy || entropy->size() != crypto::kBlockSize) {
             sendStatus(cse::LengthError);
         } else {
-            m_seed = crypto::cmac(kCmacKey, m_seed + *entropy);
+            m_seed = crypto::cmac(m_generatorKey, m_seed + *entropy);
             sendStatus(cse::NoError);
         }
     }
@@ -204,6 +249,9 @@ private:
     Board &m_board;
     bool m_keys = false;
     bool m_busy = false;
+    quint8 m_error = cse::NoError; // that the next operation ends with
+    float m_timeUs = 0;            // of the operation under way
+    QByteArray m_generatorKey;
     QByteArray m_seed; // state of the pseudo random generator; empty before it is initialised
 };
 

@@ -8,6 +8,7 @@
 #include "simulator/unit.h"
 #include "simulator/units.h"
 
+#include <algorithm>
 #include <array>
 
 namespace simulator {
@@ -19,8 +20,10 @@ using protocol::PayloadWriter;
 namespace intcm = protocol::intcm;
 
 constexpr quint8 kFirstFault = 75;
-constexpr std::size_t kRecordLimit = 255;
+constexpr int kMaxReadOut = 60; // counts from the fault to the reading of the timer
+constexpr std::size_t kMaxRecord = 255;
 constexpr unsigned kMaxLatency = 0xFFFFFF;
+constexpr quint8 kNoMode = 0; // all channels of the core are off
 constexpr quint8 kLastMode = 3;
 
 // Core, index, mode, interrupt, latency and timer in counts of 120 MHz.
@@ -60,6 +63,11 @@ public:
         m_channels = defaults;
         m_record.clear();
     }
+    void announce() override
+    {
+        sendStatus();
+        sendRecord();
+    }
     QString status() const override { return QStringLiteral("%1 faults recorded").arg(m_record.size()); }
 
 private:
@@ -89,16 +97,18 @@ private:
                 QStringLiteral("usage: intcm IACK|EOI|SW <core 0-2> <index 0-2> <latency 0-16777215> <irq 0-65535>"));
             return;
         }
-        *wanted = {wanted->core,
-                   wanted->index,
-                   static_cast<quint8>(mode),
-                   static_cast<quint16>(*irq),
-                   *latency,
-                   static_cast<quint32>(m_board.drawn(500, 4000))};
-        // The mode is the core's: its channels share it.
-        for (intcm::Channel &other : m_channels) {
-            if (other.core == wanted->core)
-                other.mode = wanted->mode;
+        *wanted = {wanted->core, wanted->index,        static_cast<quint8>(mode), static_cast<quint16>(*irq),
+                   *latency,     timerWithin(*latency)};
+        setMode(wanted->core, wanted->mode);
+        sendStatus();
+    }
+
+    // The mode is the core's: its channels share it.
+    void setMode(quint8 core, quint8 mode)
+    {
+        for (intcm::Channel &channel : m_channels) {
+            if (channel.core == core)
+                channel.mode = mode;
         }
     }
 
@@ -110,7 +120,15 @@ private:
             return;
         }
         wanted->latency = wanted->timer = 0;
+        if (std::ranges::none_of(m_channels, [wanted](auto &c) { return c.core == wanted->core && c.latency != 0; }))
+            setMode(wanted->core, kNoMode);
         sendStatus();
+    }
+
+    // How long the last interrupt took, in time.
+    quint32 timerWithin(quint32 latency)
+    {
+        return static_cast<quint32>(m_board.drawn(static_cast<int>(latency / 20), static_cast<int>(latency / 5)));
     }
 
     // The core's first channel that is on watches an interrupt that is served too late.
@@ -131,13 +149,16 @@ private:
         m_board.say(QStringLiteral("all channels of this core are off: the delay goes unnoticed"));
     }
 
+    // The fault is raised as the timer passes the latency; by the time the firmware reads the timer, it has run on.
     void detect(std::size_t i)
     {
-        intcm::Channel late = m_channels[i];
-        late.timer = std::min(late.latency + static_cast<quint32>(m_board.drawn(120, 1200)), kMaxLatency);
-        if (m_record.size() < kRecordLimit)
+        intcm::Channel &late = m_channels[i];
+        late.timer = std::min(late.latency + static_cast<quint32>(m_board.drawn(1, kMaxReadOut)), kMaxLatency);
+        if (m_record.size() < kMaxRecord)
             m_record.push_back(late);
-        m_board.reportFault(static_cast<quint8>(kFirstFault + i));
+        m_board.reportFault(static_cast<quint8>(kFirstFault + i),
+                            static_cast<double>(late.latency) / intcm::kCountsPerUs);
+        sendStatus();
         sendRecord();
     }
 
@@ -155,8 +176,12 @@ private:
     void clearFaults()
     {
         m_record.clear();
-        for (quint8 i = 0; i < intcm::kMonitorCount; ++i)
+        for (std::size_t i = 0; i < m_channels.size(); ++i) {
             m_board.clearFault(static_cast<quint8>(kFirstFault + i));
+            if (m_channels[i].timer > m_channels[i].latency)
+                m_channels[i].timer = timerWithin(m_channels[i].latency);
+        }
+        sendStatus();
         sendRecord();
     }
 

@@ -3,6 +3,7 @@
 #include "protocol/memu.h"
 
 #include "protocol/payload.h"
+#include "simulator/addressmap.h"
 #include "simulator/arguments.h"
 #include "simulator/board.h"
 #include "simulator/unit.h"
@@ -21,8 +22,7 @@ namespace memu = protocol::memu;
 
 struct Memory {
     const char *name;
-    quint32 base;
-    quint32 size;
+    addressmap::Range range;
     bool takesData;
     std::size_t correctable;   // entries that the table holds
     std::size_t uncorrectable; // entries that the table holds
@@ -33,11 +33,14 @@ struct Memory {
 
 // In the order of the injections and of the record's type codes.
 constexpr std::array memories = std::to_array<Memory>({
-    {"flash", 0x01000000, 0x400000, false, 20, 1, 22, 23, 24},
-    {"peripheral RAM", 0xFFE00000, 0x4000, true, 2, 1, 19, 20, 21},
-    {"system RAM", 0x40000000, 0x100000, true, 10, 1, 16, 17, 18},
+    {"flash", addressmap::mainFlash, false, 20, 1, 22, 23, 24},
+    {"peripheral RAM", addressmap::peripheralRam, true, 2, 1, 19, 20, 21},
+    {"system RAM", addressmap::systemRam, true, 10, 1, 16, 17, 18},
 });
+constexpr std::size_t kSystemRam = 2;
 constexpr quint8 kCacheFault = 96;
+constexpr quint32 kCacheLine = 32; // bytes
+constexpr int kCacheLines = 128;
 
 class MemoryErrors : public Unit
 {
@@ -51,7 +54,7 @@ public:
             {"inject 9 4", "<offset> <data>", "2-bit error in peripheral RAM", [this](auto &a) { inject(3, a); }},
             {"inject 9 5", "<offset> <data>", "1-bit error in system RAM", [this](auto &a) { inject(4, a); }},
             {"inject 9 6", "<offset> <data>", "2-bit error in system RAM", [this](auto &a) { inject(5, a); }},
-            {"inject 9 7", "data cache error", [&board] { board.reportFault(kCacheFault); }},
+            {"inject 9 7", "data cache error", [this] { injectIntoCache(); }},
             {"memu 1", "memory fault record", [this] { sendRecord(); }},
             {"memu 2", "clear memory fault record", [this] { clearRecord(); }},
             {"memu 3", "clear memory fault status", [this] { clearStatus(); }},
@@ -60,24 +63,42 @@ public:
 
     QString name() const override { return QStringLiteral("memu"); }
     void reset(ResetKind) override { m_record.clear(); }
+    void announce() override { sendRecord(); }
     QString status() const override { return QStringLiteral("%1 errors recorded").arg(m_record.size()); }
 
 private:
     void inject(unsigned type, const QStringList &arguments)
     {
         const Memory &memory = memories[type / 2];
-        const auto offset = hexadecimal(arguments[0], memory.size - 1);
+        const auto offset = hexadecimal(arguments[0], memory.range.size - 1);
         if (!offset) {
             m_board.say(QStringLiteral("%1: the offset is hexadecimal, below %2")
                             .arg(QLatin1String(memory.name))
-                            .arg(memory.size, 0, 16));
+                            .arg(memory.range.size, 0, 16));
             return;
         }
         if (memory.takesData && !hexadecimal(arguments[1])) {
             m_board.say(QStringLiteral("%1: the data is a hexadecimal word").arg(QLatin1String(memory.name)));
             return;
         }
-        detect(static_cast<quint8>(type), memory, memory.base + *offset);
+        detect(static_cast<quint8>(type), memory, memory.range.base + *offset);
+    }
+
+    // The cache is compared with the system RAM behind it: the error is recorded there.
+    void injectIntoCache()
+    {
+        const quint32 line = kCacheLine * static_cast<quint32>(m_board.drawn(0, kCacheLines - 1));
+        const memu::Fault fault = {memu::SramCorrectable, addressmap::systemRam.base + line};
+        if (held(fault.type) < memories[kSystemRam].correctable)
+            m_record.push_back(fault);
+        m_board.reportFault(kCacheFault);
+        sendRecord();
+    }
+
+    std::size_t held(quint8 type) const
+    {
+        return static_cast<std::size_t>(
+            std::ranges::count_if(m_record, [type](const memu::Fault &f) { return f.type == type; }));
     }
 
     // An address is recorded once; a full table reports its overflow instead.
@@ -86,15 +107,14 @@ private:
         const bool correctable = type % 2 == 0;
         const memu::Fault fault = {type, address};
         const bool known = std::find(m_record.begin(), m_record.end(), fault) != m_record.end();
-        const auto held = static_cast<std::size_t>(
-            std::count_if(m_record.begin(), m_record.end(), [type](const memu::Fault &f) { return f.type == type; }));
-        if (!known && held >= (correctable ? memory.correctable : memory.uncorrectable)) {
+        if (!known && held(type) >= (correctable ? memory.correctable : memory.uncorrectable)) {
             m_board.reportFault(memory.overflowFault);
             return;
         }
         if (!known)
             m_record.push_back(fault);
         m_board.reportFault(correctable ? memory.correctableFault : memory.uncorrectableFault);
+        sendRecord();
     }
 
     void sendRecord()

@@ -27,7 +27,7 @@ constexpr Detector detectors[] = {{pmc::CoreLvd, 0}, {pmc::PllLvd, 0},   {pmc::C
 constexpr unsigned kAllOn = 0xDF;
 constexpr unsigned kTemperatureSensor = 1; // first byte
 constexpr int kSelfTestMs = 60;
-constexpr int kRecordLimit = 255;
+constexpr int kMaxRecord = 255;
 
 // By fault code: what the fault collection unit calls it.
 constexpr quint8 faultIds[] = {0, 2, 1, 3};
@@ -60,6 +60,11 @@ public:
         m_record.clear();
         if (kind != ResetKind::Functional)
             m_on = kAllOn;
+    }
+    void announce() override
+    {
+        sendStatus();
+        sendRecord();
     }
     QString status() const override
     {
@@ -131,11 +136,12 @@ private:
         sendStatus();
     }
 
-    void detect(quint8 code)
+    void detect(quint8 code, double elapsedUs = 0)
     {
-        if (m_record.size() < kRecordLimit)
+        if (m_record.size() < kMaxRecord)
             m_record.append(static_cast<char>(code));
-        m_board.reportFault(faultIds[code]);
+        m_board.reportFault(faultIds[code], elapsedUs);
+        sendRecord();
     }
 
     void detectWith(int bit, quint8 code)
@@ -148,8 +154,10 @@ private:
 
     void failSelfTest()
     {
-        sendSelfTest(pmc::CoreLvd, false);
-        detect(kSelfTestFault);
+        m_board.after(kSelfTestMs, [this] {
+            sendSelfTest(pmc::CoreLvd, false);
+            detect(kSelfTestFault, kSelfTestMs * 1000.0);
+        });
     }
 
     void sendRecord()
@@ -164,6 +172,7 @@ private:
         for (const quint8 id : faultIds)
             m_board.clearFault(id);
         sendStatus();
+        sendRecord();
     }
 
     Board &m_board;

@@ -35,6 +35,7 @@ public:
             {"regP 4", "<data>", "hard lock, then write the mirror space",
              write(&RegisterProtection::hardLockThenWrite)},
             {"regP 5", "<data>", "write the register", write(&RegisterProtection::write)},
+            {"sick lock", "<soft:0|1> <hard:0|1>", "set both locks", [this](auto &a) { setLocks(a); }},
         });
     }
 
@@ -48,6 +49,7 @@ public:
         m_softLock = 0;
         m_hardLock = false;
     }
+    void announce() override { sendStatus(); }
     QString status() const override
     {
         return QStringLiteral("register 0x%1, soft lock %2, hard lock %3")
@@ -82,6 +84,19 @@ private:
             m_board.say(QStringLiteral("the lock bits are hard-locked: change ignored"));
         else
             m_softLock = bits;
+    }
+
+    void setLocks(const QStringList &arguments)
+    {
+        const auto soft = decimal(arguments[0], 1);
+        const auto hard = decimal(arguments[1], 1);
+        if (!soft || !hard) {
+            m_board.say(QStringLiteral("usage: sick lock <0|1> <0|1>"));
+            return;
+        }
+        m_softLock = *soft ? kLockBits : 0;
+        m_hardLock = *hard;
+        sendStatus();
     }
 
     // A write through the mirror space writes the register and locks it.

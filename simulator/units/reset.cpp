@@ -48,6 +48,8 @@ public:
             {"resetEsca 2 2", "clear the destructive counter", [this] { clear(m_destructive); }},
             {"resetEsca 2 3", "<0-255>", "destructive threshold",
              [this](auto &a) { setThreshold(m_destructive, a[0]); }},
+            {"sick reset", "<reason> [<source>]", "a reset for any reason", [this](auto &a) { force(a); }},
+            {"sick hold", "the end of escalation: held in reset until the next power-on", [this] { hold(); }},
         });
     }
 
@@ -88,8 +90,7 @@ public:
             return true;
         }
         if (kind == ResetKind::Destructive && m_destructive.step()) {
-            m_board.say(QStringLiteral("destructive reset escalation: held in reset until the next power-on"));
-            m_board.holdInReset();
+            hold();
             return true;
         }
         m_reason = reason;
@@ -98,6 +99,22 @@ public:
     }
 
 private:
+    void hold()
+    {
+        m_board.say(QStringLiteral("destructive reset escalation: held in reset until the next power-on"));
+        m_board.holdInReset();
+    }
+
+    void force(const QStringList &arguments)
+    {
+        const auto reason = decimal(arguments[0], reset::kReasonCount - 1);
+        const auto source = decimal(arguments.value(1, QStringLiteral("0")), reset::kSourceFlagCount - 1);
+        if (reason && source)
+            m_board.restart(static_cast<Reason>(*reason), static_cast<quint8>(*source));
+        else
+            m_board.say(QStringLiteral("usage: sick reset <reason 0-23> [<source 0-127>]"));
+    }
+
     void toggle(Counter &counter)
     {
         counter = {counter.threshold == 0 ? kDefaultThreshold : 0, 0};

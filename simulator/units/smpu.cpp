@@ -3,11 +3,13 @@
 #include "protocol/smpu.h"
 
 #include "protocol/payload.h"
+#include "simulator/addressmap.h"
 #include "simulator/arguments.h"
 #include "simulator/board.h"
 #include "simulator/unit.h"
 #include "simulator/units.h"
 
+#include <algorithm>
 #include <array>
 
 namespace simulator {
@@ -24,11 +26,11 @@ constexpr quint8 kNo = smpu::NoAccess;
 
 // Selector, unit on, valid, rights of K4, K7a and K7b, cache inhibit, start, end.
 constexpr std::array defaults = std::to_array<smpu::Region>({
-    {7, true, true, {kRW, kR, kR}, true, 0x40000000, 0x4000FFFF},    // system RAM, SMPU0
-    {0, true, true, {kR, kR, kNo}, false, 0x01000000, 0x013FFFFF},   // main flash
-    {1, true, true, {kR, kNo, kNo}, false, 0x00400000, 0x00403FFF},  // UTEST flash
-    {4, true, true, {kR, kNo, kNo}, true, 0x00800000, 0x0080FFFF},   // EEPROM flash
-    {15, true, true, {kRW, kNo, kNo}, true, 0x50800000, 0x5080FFFF}, // RAM of K4
+    {7, true, true, {kRW, kR, kR}, true, addressmap::sramBank0.base, addressmap::sramBank0.last()}, // SMPU0
+    {0, true, true, {kR, kR, kNo}, false, addressmap::mainFlash.base, addressmap::mainFlash.last()},
+    {1, true, true, {kR, kNo, kNo}, false, addressmap::utestFlash.base, addressmap::utestFlash.last()},
+    {4, true, true, {kR, kNo, kNo}, true, addressmap::eepromFlash.base, addressmap::eepromFlash.last()},
+    {15, true, true, {kRW, kNo, kNo}, true, addressmap::k4Tcm.base, addressmap::k4Tcm.last()},
 });
 constexpr quint8 kSmpu0Region = 7;
 
@@ -40,17 +42,17 @@ struct Access {
 
 // By number of the injection.
 constexpr std::array accesses = std::to_array<Access>({
-    {1, true, 0x40000400},  // K7a writes system RAM
-    {2, false, 0x01020000}, // K7b reads main flash
-    {0, true, 0x00400100},  // K4 writes UTEST flash
-    {0, true, 0x00800040},  // K4 writes EEPROM flash
-    {0, true, 0x01000200},  // K4 writes main flash
-    {1, true, 0x50800010},  // K7a writes the RAM of K4
+    {1, true, addressmap::sramBank0.base + 0x400},    // K7a writes system RAM
+    {2, false, addressmap::mainFlash.base + 0x20000}, // K7b reads main flash
+    {0, true, addressmap::utestFlash.base + 0x100},   // K4 writes UTEST flash
+    {0, true, addressmap::eepromFlash.base + 0x40},   // K4 writes EEPROM flash
+    {0, true, addressmap::mainFlash.base + 0x200},    // K4 writes main flash
+    {1, true, addressmap::k4Tcm.base + 0x10},         // K7a writes the RAM of K4
 });
 
 constexpr quint8 kSmpu0Fault = 104;
 constexpr quint8 kSmpu1Fault = 105;
-constexpr std::size_t kRecordLimit = 255;
+constexpr std::size_t kMaxRecord = 255;
 
 class MemoryProtection : public Unit
 {
@@ -64,6 +66,9 @@ public:
             {"smpu 3", "regions to their defaults", [this] { restore(); }},
             {"smpu 4", "memory protection fault record", [this] { sendRecord(); }},
             {"smpu 5", "clear memory protection faults", [this] { clearFaults(); }},
+            {"sick rights", "<region> <core> <0-3>", "rights of a core (1: write only)",
+             [this](auto &a) { setRights(a); }},
+            {"sick cache", "<region> <0|1>", "cache enabled or inhibited", [this](auto &a) { setCache(a); }},
             {"inject 6", "<1-6>", "forbidden access", [this](auto &a) { inject(a[0]); }},
         });
     }
@@ -73,6 +78,11 @@ public:
     {
         m_regions = defaults;
         m_record.clear();
+    }
+    void announce() override
+    {
+        sendRegions();
+        sendRecord();
     }
     QString status() const override
     {
@@ -113,6 +123,41 @@ private:
         sendRegions();
     }
 
+    smpu::Region *find(const QString &text)
+    {
+        const auto found = std::ranges::find_if(
+            m_regions, [&text](const smpu::Region &region) { return text == QString::number(region.selector); });
+        if (found != m_regions.end())
+            return &*found;
+        m_board.say(QStringLiteral("a region is 0, 1, 4, 7 or 15"));
+        return nullptr;
+    }
+
+    void setRights(const QStringList &arguments)
+    {
+        smpu::Region *region = find(arguments[0]);
+        const auto core = decimal(arguments[1], smpu::kCoreCount - 1);
+        const auto rights = decimal(arguments[2], smpu::ReadWrite);
+        if (!region || !core || !rights) {
+            m_board.say(QStringLiteral("usage: sick rights <region> <core 0-2> <rights 0-3>"));
+            return;
+        }
+        region->rights[*core] = static_cast<quint8>(*rights);
+        sendRegions();
+    }
+
+    void setCache(const QStringList &arguments)
+    {
+        smpu::Region *region = find(arguments[0]);
+        const auto inhibit = decimal(arguments[1], 1);
+        if (!region || !inhibit) {
+            m_board.say(QStringLiteral("usage: sick cache <region> <0|1>"));
+            return;
+        }
+        region->cacheInhibit = *inhibit;
+        sendRegions();
+    }
+
     const smpu::Region *forbidding(const Access &access) const
     {
         const quint8 needed = access.write ? smpu::WriteOnly : smpu::ReadOnly;
@@ -138,7 +183,7 @@ private:
                 QStringLiteral("access to 0x%1 allowed: no fault").arg(access.address, 8, 16, QLatin1Char('0')));
             return;
         }
-        if (m_record.size() < kRecordLimit)
+        if (m_record.size() < kMaxRecord)
             m_record.push_back({access.master, access.write, access.address});
         m_board.reportFault(region->selector == kSmpu0Region ? kSmpu0Fault : kSmpu1Fault);
         sendRecord();

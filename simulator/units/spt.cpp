@@ -19,7 +19,7 @@ namespace spt = protocol::spt;
 
 constexpr int kFramesPerSecond = 20;
 constexpr int kReportMs = 1000;
-constexpr std::size_t kRecordLimit = 255;
+constexpr std::size_t kMaxRecord = 255;
 
 // The fault collection unit has no source for these two: the nearest ones are the memories of the accelerator.
 struct MemoryFault {
@@ -49,6 +49,11 @@ public:
         m_running.start();
         m_board.after(kReportMs, [this] { sendCount(); });
     }
+    void announce() override
+    {
+        send(frames());
+        sendRecord();
+    }
     QString status() const override
     {
         return QStringLiteral("%1 radar frames, %2 faults recorded").arg(frames()).arg(m_record.size());
@@ -57,15 +62,20 @@ public:
 private:
     quint32 frames() const { return static_cast<quint32>(m_running.elapsed() * kFramesPerSecond / 1000); }
 
+    void send(quint32 count)
+    {
+        m_board.send(ModuleId::Spt, spt::FrameCountReport, PayloadWriter().u32be(count).take());
+    }
+
     void sendCount()
     {
-        m_board.send(ModuleId::Spt, spt::FrameCountReport, PayloadWriter().u32be(frames()).take());
+        send(frames());
         m_board.after(kReportMs, [this] { sendCount(); });
     }
 
     void detect(const MemoryFault &fault)
     {
-        if (m_record.size() < kRecordLimit)
+        if (m_record.size() < kMaxRecord)
             m_record.push_back(fault.code);
         m_board.reportFault(fault.faultId);
         sendRecord();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Software watchdogs: one a core. The firmware serves them in time, unless told not to.
+// Software watchdogs, one per core. The firmware serves them in time, unless told not to.
 #include "protocol/swt.h"
 
 #include "protocol/payload.h"
@@ -24,12 +24,12 @@ struct Watchdog {
     bool on = true;
     unsigned mode = 0;
     unsigned timeoutMs = 100;
-    bool starved = false; // no longer served: it runs out
 };
 
 constexpr quint8 kFirstFault = 13; // of watchdog 0
 constexpr int kReactionMs = 1000;  // from the report of a time-out to the reset that it causes
 constexpr unsigned kMaxTimeoutMs = 65535;
+constexpr unsigned kLastMode = 3;
 
 class Watchdogs : public Unit
 {
@@ -45,15 +45,18 @@ public:
             {"swt 5", "watchdogs to their defaults", [this] { restore(); }},
             {"inject 3 1", "watchdog 0 runs out", [this] { starve(); }},
             {"inject 3 2", "invalid access to watchdog 0", [this] { accessWrongly(); }},
+            {"sick service", "<watchdog> <0-3>", "another service mode", [this](auto &a) { setMode(a); }},
         });
     }
 
     QString name() const override { return QStringLiteral("swt"); }
     void reset(ResetKind) override
     {
+        serve();
         m_watchdogs = {};
         m_served.start();
     }
+    void announce() override { sendAll(); }
     QString status() const override
     {
         const auto count = [this](const Watchdog &w) {
@@ -84,6 +87,7 @@ private:
 
     void restore()
     {
+        serve();
         m_watchdogs = {};
         sendAll();
     }
@@ -97,6 +101,8 @@ private:
             return;
         }
         Watchdog &watchdog = m_watchdogs[*number - 1];
+        if (*number == 1)
+            serve();
         watchdog.mode = mode;
         watchdog.timeoutMs = *timeout;
         send(*number - 1);
@@ -111,46 +117,68 @@ private:
         }
         for (unsigned i = 0; i < m_watchdogs.size(); ++i) {
             if (*number == swt::kAll || *number == i + 1) {
+                if (i == 0)
+                    serve();
                 m_watchdogs[i].on = on;
                 send(i);
             }
         }
     }
 
-    // From now on watchdog 0 is not served. Switched off meanwhile, it does not count.
+    void setMode(const QStringList &arguments)
+    {
+        const auto number = decimal(arguments[0], swt::kWatchdogCount);
+        const auto mode = decimal(arguments[1], kLastMode);
+        if (!number || *number == 0 || !mode) {
+            m_board.say(QStringLiteral("usage: sick service <watchdog 1-3> <mode 0-3>"));
+            return;
+        }
+        m_watchdogs[*number - 1].mode = *mode;
+        send(*number - 1);
+    }
+
+    // From now on watchdog 0 is not served, until it is configured or switched.
     void starve()
     {
-        Watchdog &watchdog = m_watchdogs[0];
-        if (!watchdog.on) {
+        if (!m_watchdogs[0].on) {
             m_board.say(QStringLiteral("SWT0 is off: it does not count"));
             return;
         }
-        if (watchdog.starved)
+        if (m_starved)
             return;
-        watchdog.starved = true;
-        m_board.after(static_cast<int>(watchdog.timeoutMs), [this] { runOut(); });
+        m_starved = true;
+        const unsigned timeoutMs = m_watchdogs[0].timeoutMs;
+        m_board.after(static_cast<int>(timeoutMs), [this, timeoutMs, run = m_run] {
+            if (run == m_run)
+                bark(timeoutMs * 1000.0);
+        });
     }
 
-    void runOut()
+    void serve()
     {
-        if (!m_watchdogs[0].on) {
-            m_watchdogs[0].starved = false;
-            return;
-        }
-        m_board.reportFault(kFirstFault);
-        m_board.after(kReactionMs, [this] { m_board.restart(Reason::FccuLong, kFirstFault); });
+        m_starved = false;
+        ++m_run;
     }
 
     void accessWrongly()
     {
         if (m_watchdogs[0].on)
-            m_board.reportFault(kFirstFault);
+            bark(0);
         else
             m_board.say(QStringLiteral("SWT0 is off: the access goes unnoticed"));
     }
 
+    // The firmware shows the fault before the reset follows.
+    void bark(double elapsedUs)
+    {
+        m_board.reportFault(kFirstFault, elapsedUs);
+        m_board.after(kReactionMs, [this] { m_board.restart(Reason::FccuLong, kFirstFault); });
+    }
+
     Board &m_board;
     std::array<Watchdog, swt::kWatchdogCount> m_watchdogs;
+    bool m_starved = false; // watchdog 0 is no longer served
+    unsigned m_run = 0;     // counts services, which call a pending run-out off
     QElapsedTimer m_served;
 };
 

@@ -3,6 +3,7 @@
 #include "protocol/xbic.h"
 
 #include "protocol/payload.h"
+#include "simulator/addressmap.h"
 #include "simulator/arguments.h"
 #include "simulator/board.h"
 #include "simulator/unit.h"
@@ -21,19 +22,19 @@ namespace xbic = protocol::xbic;
 struct Path {
     quint8 master;
     quint8 slave;
-    quint32 base; // of the slave's address range
+    addressmap::Range range; // that the slave answers
     quint8 faultId;
 };
 
 constexpr std::array paths = std::to_array<Path>({
-    {0, 3, 0xFC000000, 47},  // data crossbar: K4 to PBRIDGE_1
-    {0, 0, 0x01000000, 46},  // instruction crossbar: K4 to the flash
-    {3, 0, 0x40000000, 50},  // SRAM port 3 to bank 0
-    {4, 4, 0x40020000, 48},  // splitter: eDMA to master port 4
-    {4, 6, 0x50800000, 107}, // splitter: slave port 4 to the TCM of K7a
+    {0, 3, addressmap::peripherals1, 47}, // data crossbar: K4 to PBRIDGE_1
+    {0, 0, addressmap::mainFlash, 46},    // instruction crossbar: K4 to the flash
+    {3, 0, addressmap::sramBank0, 50},    // SRAM port 3 to bank 0
+    {4, 4, addressmap::radarData, 48},    // splitter: eDMA to master port 4
+    {4, 6, addressmap::k7aTcm, 107},      // splitter: slave port 4 to the TCM of K7a
 });
 static_assert(paths.size() == xbic::kCheckerCount);
-constexpr std::size_t kRecordLimit = 255;
+constexpr std::size_t kMaxRecord = 255;
 
 class CrossbarCheckers : public Unit
 {
@@ -56,6 +57,11 @@ public:
     {
         m_enabled = xbic::kCheckerMask;
         m_record.clear();
+    }
+    void announce() override
+    {
+        sendEnables();
+        sendRecord();
     }
     QString status() const override
     {
@@ -98,8 +104,9 @@ private:
         }
         const Path &path = paths[checker];
         const auto syndrome = static_cast<quint8>(1U << m_board.drawn(0, 7));
-        const quint32 address = path.base + 4 * static_cast<quint32>(m_board.drawn(0, 0x3FFF));
-        if (m_record.size() < kRecordLimit)
+        const quint32 address =
+            path.range.base + 4 * static_cast<quint32>(m_board.drawn(0, static_cast<int>(path.range.size / 4) - 1));
+        if (m_record.size() < kMaxRecord)
             m_record.push_back({static_cast<quint8>(checker), path.master, path.slave, syndrome, address});
         m_board.reportFault(path.faultId);
         sendRecord();

@@ -71,7 +71,7 @@ private slots:
         };
         row("pushButton_cmu_fault2", 31, "pushButton_cmu_faultrecord_get", "textEdit_cmuFaultRecord",
             "Higher than CMU3 reference");
-        row("pushButton_cmu_fault3", 36, "pushButton_cmu_faultrecord_get", "textEdit_cmuFaultRecord",
+        row("pushButton_cmu_fault3", 88, "pushButton_cmu_faultrecord_get", "textEdit_cmuFaultRecord",
             "CMU8 clock loss");
         row("pushButton_cmu_fault4", 28, "pushButton_cmu_faultrecord_get", "textEdit_cmuFaultRecord",
             "Lower than CMU0 reference");
@@ -87,10 +87,10 @@ private slots:
         row("pushButton_smpu_fault2", 105, "", "textEdit_smpuFaultRecord", "Type: Read");
         row("pushButton_memu_inject_3", 16, "pushButton_memu_faultrecord_get", "textEdit_memuFaultRecord",
             "Fault Address: 40000100");
-        row("pushButton_memu_inject_5", 96, "", "textBrowser_fccu", "Data Cache memories of K4a");
-        row("pushButton_swt_Invalidacess_2", 13, "", "textBrowser_fccu", "Software Watchdog Timer 0");
+        row("pushButton_memu_inject_5", 96, "", "textEdit_memuFaultRecord", "memu sram correctable error");
         row("pushButton_intcm_inject_k70", 78, "", "textEdit_intcmFaultRecord", "Core Channel: K7a(1)");
         row("pushButton_spt_oram", 121, "", "textEdit_sptFaultRecord", "Fault code: 1");
+        row("pushButton_swt_Invalidacess_2", 13, "", "textBrowser_fccu", "Software Watchdog Timer 0");
     }
 
     void injections()
@@ -109,8 +109,8 @@ private slots:
         m_bench->click(QTest::currentDataTag());
         QTRY_VERIFY2(log().startsWith(QStringLiteral("Fault ID %1\n").arg(fault)), qPrintable(log()));
         QCOMPARE(m_bench->find<QComboBox>("comboBox_FaultID")->currentText(), QStringLiteral("Fault ID %1").arg(fault));
-        const double time = m_bench->text("lineEdit_FCCUdetectime").toDouble();
-        QVERIFY2(time >= 0.5 && time <= 40, qPrintable(m_bench->text("lineEdit_FCCUdetectime")));
+        QVERIFY2(m_bench->text("lineEdit_FCCUdetectime").toDouble() > 0,
+                 qPrintable(m_bench->text("lineEdit_FCCUdetectime")));
         if (!get.isEmpty())
             m_bench->click(get.toLatin1());
         QTRY_VERIFY2(m_bench->text(box.toLatin1()).contains(words), qPrintable(m_bench->text(box.toLatin1())));
@@ -119,12 +119,12 @@ private slots:
     void aClearedModuleIsNormalAgain()
     {
         BoxAnswerer answers;
+        QTRY_VERIFY(m_bench->text("textBrowser_ResetSource").startsWith("FCCU long")); // after the invalid access
         for (const char *button :
              {"pushButton_cmu_faultstatus_clear", "pushButton_PMC_ClearFault", "pushButton_xbic_faultstatus_clear",
               "pushButton_smpu_faultstatus_clear", "pushButton_memu_faultstatus_clear",
               "pushButton_intcm_faultstatus_clear", "pushButton_spt_faultstatus_clear"})
             m_bench->click(button);
-        m_bench->board().clearFault(13);
         QTRY_COMPARE(m_bench->text("label_FCCU_status"), QStringLiteral("NORMAL"));
         QTRY_COMPARE(m_bench->text("textEdit_xbicFaultRecord"), QStringLiteral("Fault Number: 0\n"));
     }

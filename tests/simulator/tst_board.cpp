@@ -2,6 +2,7 @@
 // What the virtual board sends, pinned to literal bytes; what it refuses; what it survives.
 #include "simulator/board.h"
 #include "simulator/virtualboard.h"
+#include "tests/simulator/recorder.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -11,30 +12,6 @@
 #include <unistd.h>
 
 using namespace simulator;
-
-namespace {
-
-// Frames as "module/type payload", lower case; texts as "say TEXT".
-class Recorder
-{
-public:
-    explicit Recorder(Board &board)
-    {
-        QObject::connect(&board, &Board::output, &board, [this](const QByteArray &frame) {
-            const QByteArray payload = frame.mid(8, frame.size() - 12);
-            lines.append(frame[4] == 0 ? "say " + QString::fromLatin1(payload)
-                                       : QStringLiteral("%1/%2 %3")
-                                             .arg(int(frame[4]))
-                                             .arg(int(frame[5]))
-                                             .arg(QString::fromLatin1(payload.toHex())));
-        });
-    }
-    QString take() { return std::exchange(lines, {}).join('\n'); }
-
-    QStringList lines;
-};
-
-} // namespace
 
 class TestBoard : public QObject
 {
@@ -58,25 +35,37 @@ private slots:
         row("resetEsca 2 3 5", "13/4 0f05");
         row("resetEsca 2 3 256", "say a threshold .*");
         row("get 3", "2/4 faf[34].{4}");
-        row("get 4", "2/1 01(4f|50|51)5a46\n(2/1 .*\n){11}2/1 c1(63|64|65)6c5c");
-        row("cmu 14 3", "2/1 30(9f|a0|a1)aa96");
-        row("cmu 3 165 120", "2/1 31(9f|a0|a1)a578");
+        row("get 4", "2/1 01(77|78|79)826e\n(2/1 .*\n){11}2/1 c1(63|64|65)6c5c");
+        row("cmu 14 3", "2/1 30(4f|50|51)5a46");
+        row("cmu 3 95 60", "2/1 31(4f|50|51)5f3c");
         row("cmu 13 13", "say a monitor .*");
         row("cmu 3 256 1", "say usage.*");
-        row("inject 5 1", "12/1 02\n12/2 1c.{8}\n14/1 0301");
-        row("cmu 16", "2/2 020182", "inject 5 1|cmu lose xosc|cmu 17|inject 5 1|inject 5 3");
-        row("cmu 17", "12/1 01", "inject 5 2");
+        row("inject 5 1", "12/1 02\n12/2 1c.{8}\n14/1 0301\n2/2 0101");
+        row("inject 5 1", "say CMU0: the clock is within its limits, no fault", "cmu 0 130 80");
+        row("inject 5 4", "12/1 02\n12/2 1c.{8}\n14/1 0301\n2/2 0101");
+        row("inject 5 3", "12/1 02\n12/2 58.{8}\n14/1 0301\n2/2 0182\n2/1 85(4f|50|51)5848");
+        row("sick clock xosc", "12/1 02\n12/2 1b.{8}\n14/1 0301\n2/2 0102\n2/4 08000000\n2/1 03(77|78|79)826e");
+        row("cmu 16", "2/2 020182", "inject 5 1|sick clock xosc|cmu 17|inject 5 1|inject 5 3");
+        row("cmu 17", "12/1 01\n2/2 00\n2/1 31(4f|50|51)5a46", "inject 5 2");
+        row("cmu 17", "2/2 00\n2/1 00(77|78|79)826e", "cmu 14 0|inject 5 1");
+        row("cmu 17", "12/1 01\n2/2 00\n2/1 01(77|78|79)8264", "cmu 0 130 100|inject 5 4");
+        row("cmu 17", "12/1 01\n2/2 00\n12/1 02\n12/2 1f.{8}\n14/1 0302\n2/2 0131\n2/1 31(4f|50|51)645f",
+            "cmu 3 100 95");
+        row("cmu 13 0", "12/1 02\n12/2 1c.{8}\n14/1 0301\n2/2 0101\n2/1 0150826e", "cmu 14 0|inject 5 1");
+        row("cmu 13 8", "12/1 02\n12/2 58.{8}\n14/1 0301\n2/2 0182\n2/1 85.*", "cmu 14 8|inject 5 3");
         row("get 6", "10/1 01df");
         row("pmc 4 7", "10/1 01de");
         row("pmc 3 10", "10/1 01df", "pmc 4 10");
         row("pmc 4 3", "say no such detector: 3");
-        row("inject 4 2", "12/1 02\n12/2 02.{8}\n14/1 0301");
+        row("inject 4 2", "12/1 02\n12/2 02.{8}\n14/1 0301\n10/2 0101");
         row("inject 4 3", "say .*goes unnoticed", "pmc 4 1");
-        row("pmc 6", "10/2 020003", "inject 4 1|inject 4 4");
+        row("inject 4 1", "12/1 02\n12/2 00.{8}\n14/1 0301\n10/2 0100");
+        row("pmc 6", "10/2 020001", "inject 4 1|inject 4 2");
+        row("pmc 7", "12/1 01\n10/1 01df\n10/2 00", "inject 4 1");
         row("get 10", "14/1 0000\n14/1 0104\n14/1 0200\n14/1 0300");
         row("get 11", "3/1 1f");
         row("xbic 2 4", "3/1 0f");
-        row("inject 7 5", "12/1 02\n12/2 6b.{8}\n14/1 0301\n3/2 01040406.{8}50");
+        row("inject 7 5", "12/1 02\n12/2 6b.{8}\n14/1 0301\n3/2 01040406.{8}51");
         row("inject 7 1", "say XBIC0 is off.*", "xbic 2 0");
         row("xbic 5", "12/1 01\n3/2 00", "inject 7 2");
         row("get 5",
@@ -86,14 +75,14 @@ private slots:
         row("inject 6 2", "12/1 02\n12/2 69.{8}\n14/1 0301\n4/2 0200000201");
         row("inject 6 1", "12/1 02\n12/2 68.{8}\n14/1 0301\n4/2 1100040040");
         row("inject 6 6", "say access to 0x50800010 allowed: no fault", "smpu 2");
-        row("inject 9 5 100 AA", "12/1 02\n12/2 10.{8}\n14/1 0301");
-        row("inject 9 6 0x100 AA", "12/1 03\n12/2 11.{8}\n14/1 0301");
+        row("inject 9 5 100 AA", "12/1 02\n12/2 10.{8}\n14/1 0301\n7/2 010440000100");
+        row("inject 9 6 0x100 AA", "12/1 03\n12/2 11.{8}\n14/1 0301\n7/2 010540000100");
         row("inject 9 1 400000", "say flash: the offset .*");
         row("inject 9 3 10 XY", "say peripheral RAM: the data .*");
         row("inject 9 3 10 ", "say usage: inject 9 3 <offset> <data>");
         row("memu 1", "7/2 0202ffe0001002ffe00020", "inject 9 3 10 0|inject 9 3 20 0|inject 9 3 30 0|inject 9 3 10 0");
         row("inject 9 3 30 0", "12/1 02\n12/2 15.{8}\n14/1 0303", "inject 9 3 10 0|inject 9 3 20 0");
-        row("inject 9 7", "12/1 02\n12/2 60.{8}\n14/1 0301");
+        row("inject 9 7", "12/1 02\n12/2 60.{8}\n14/1 0301\n7/2 010440000.{3}");
         row("get 8", "5/1 00000000000000000000000000");
         row("regP 5 12345678", "5/1 00000000007856341278563412");
         row("regP 5 99", "say .*ignored\n5/1 000f0000007856341278563412", "regP 2 12345678");
@@ -111,18 +100,26 @@ private slots:
         row("get 7",
             "8/1 0900000101"
             "2d004e200003e8.*");
-        row("inject 8 2", "12/1 02\n12/2 4e.{8}\n14/1 0301\n8/2 01010002012d004e20.{6}");
+        row("inject 8 2", "12/1 02\n12/2 4e.{8}\n14/1 0301\n8/1 09.{198}\n8/2 01010002012d004e20004e.{2}");
         row("inject 8 1", "12/1 02\n12/2 4c.{8}.*", "intcm 4 0 0");
-        row("intcm EOI 1 2 20000 301", "");
+        row("intcm EOI 1 2 20000 301", "8/1 09(.{22}){5}010202012d004e20.*");
         row("intcm XYZ 1 2 20000 301", "say usage.*");
         row("intcm 4 0 0",
             "8/1 0900000101"
             "2d000000000000.*");
         row("inject 10 2", "12/1 02\n12/2 73.{8}\n14/1 0301\n16/2 0100000002");
+        row("sick lock 0 1", "5/1 01000000000000000000000000");
+        row("sick failsafe 5", "14/1 0105");
+        row("sick regulator vpre", "14/1 0040\n14/1 0103");
+        row("sick none", "1/1 04\n12/1 01\n2/2 00\n2/4 faf[34].{4}\n14/1 0000\n14/1 0104\n14/1 0200\n14/1 0300");
+        row("sick fault 200", "12/1 02\n12/2 c8.{8}\n14/1 0301");
+        row("sick frame 2 1 0A0b", "2/1 0a0b");
         row("nonsense", "say unknown command: nonsense");
         row("get", "say unknown command: get");
         row("get 1 2", "say usage: get 1");
         row("crc 5 0 0", "say usage.*");
+        row("cmu 13 1 2", "say usage.*");
+        row("cmu 13", "say usage: cmu 13 <monitor>");
     }
 
     void commands()
@@ -175,6 +172,13 @@ private slots:
         row("cse 2 1 00", "15/1 05");
         row("cse 4 00", "15/1 03");
         row("cse 2 1 001", "15/1 15", "cse 1");
+        row("cse 2 1 0x112233445566778899aabbccddeeff", "15/1 15", "cse 1");
+        row("cse 2 1 0011223344556677889gaabbccddeeff", "15/1 15", "cse 1");
+        row("cse 2 1 00112233445566778899aabb ccddeeff", "15/1 15", "cse 1");
+        row("cse 5 aa bb 070a16b46b4d4144f79bdd9dd04a287c", "15/1 15", "cse 1");
+        row("cse 7", "15/1 15", "cse 6 2");
+        row("cse 8", "15/1 11");
+        row("cse 4 ", "15/1 0c", "sick cse 12");
         row("cse 6 1", "15/1 09");
         row("cse 6 1 ", "15/1 00\n15/4 06.{8}0010.{32}", "cse 6 2");
         row("cse 7 00112233445566778899aabbccddeeff", "15/1 00", "cse 6 2");
@@ -210,71 +214,6 @@ private slots:
         QTRY_COMPARE(recorder.lines.join(','), QStringLiteral("15/1 0b,15/1 00"));
     }
 
-    void restarts_data()
-    {
-        QTest::addColumn<QString>("commands");
-        QTest::addColumn<QString>("reasons"); // first bytes of the reset report
-        QTest::newRow("functional") << "inject 1"
-                                    << "00400000";
-        QTest::newRow("destructive") << "inject 2"
-                                     << "00004000";
-        QTest::newRow("escalated") << "resetEsca 1 3 1|inject 1"
-                                   << "00000004";
-        QTest::newRow("watchdog") << "swt 1 1 1|inject 3 1"
-                                  << "00080000"
-                                     "0000000000000000000000000000"
-                                     "2000";
-    }
-
-    void restarts()
-    {
-        QFETCH(QString, commands);
-        QFETCH(QString, reasons);
-        Board board;
-        Recorder recorder(board);
-        const auto lines = commands.split('|');
-        for (const QString &line : lines)
-            board.execute(line);
-        QTRY_VERIFY(recorder.lines.contains("1/5 7ffe"));
-        const QStringList after = recorder.lines.mid(recorder.lines.indexOf("1/5 7ffe"));
-        const QString all = after.join('\n');
-        QVERIFY2(all.contains("13/1 " + reasons), qPrintable(all));
-        QVERIFY(all.contains("9/1 00ffff0fffffffffffffffffffffff0fffffffffffffffffffffff"));
-        QVERIFY(all.contains("1/1 04") && all.contains("12/1 01"));
-    }
-
-    void aRestartIsSilent()
-    {
-        Board board;
-        Recorder recorder(board);
-        board.execute("inject 1");
-        recorder.take();
-        board.execute("get 1");
-        board.reportFault(1);
-        QCOMPARE(recorder.take(), QString());
-    }
-
-    // The destructive threshold holds the chip; only power brings it back.
-    void destructiveEscalationHolds()
-    {
-        Board board;
-        Recorder recorder(board);
-        board.execute("resetEsca 2 3 2");
-        board.execute("inject 2");
-        QTRY_VERIFY(recorder.lines.contains("1/5 7ffe"));
-        board.execute("inject 2");
-        QVERIFY(board.isHeld());
-        recorder.take();
-        board.execute("get 1");
-        QCOMPARE(recorder.take(), QString());
-        board.powerCycle();
-        QTRY_VERIFY(recorder.lines.contains("1/5 7ffe"));
-        QVERIFY(recorder.lines.join('\n').contains("13/1 00002000"));
-        QVERIFY(recorder.lines.contains("13/4 0f00"));
-        QTRY_VERIFY(recorder.lines.contains("14/1 0104")); // the power chip has walked to NORMAL_FS
-        QVERIFY(recorder.lines.indexOf("14/1 0100") < recorder.lines.indexOf("14/1 0103"));
-    }
-
     void theShellEditsAndRemembers()
     {
         Board board;
@@ -294,6 +233,18 @@ private slots:
         shell.take("get 1\r\nxbic 4\r\n");
         QCOMPARE(executed.mid(2), (QStringList{"get 1", "xbic 4"}));
         QVERIFY(!recorder.take().contains("say"));
+        // Noise: a line with a NUL harms only itself.
+        shell.take(QByteArray("get\0 1\r\nget 11\r\n", 15));
+        QCOMPARE(executed.last(), QStringLiteral("get 11"));
+        // A program's line may come in pieces, up to a limit.
+        const QByteArray digits(65536, '0');
+        for (const QByteArray &piece : {"cse 2 1 " + digits.left(4096), digits.mid(4096), QByteArray("\r\nget 1\r\n")})
+            shell.take(piece);
+        QCOMPARE(executed.mid(executed.size() - 2), (QStringList{"cse 2 1 " + digits, "get 1"}));
+        QVERIFY(!recorder.take().contains("say 0"));
+        shell.take(QByteArray(100000, 'x'));
+        shell.take("\r\nget 1\r\n");
+        QCOMPARE(recorder.take(), QStringLiteral("say line too long, dropped\n1/4 3fb3333307ea0b02\n1/1 04"));
         shell.take("h");
         QCOMPARE(recorder.take(), QStringLiteral("say h"));
         shell.take("elp\r");
