@@ -2,6 +2,7 @@
 #include "app/mainwindow.h"
 #include "app/display.h"
 #include "app/textview.h"
+#include "protocol/extraction.h"
 #include "link/serialline.h"
 #include "ui_mainwindow.h"
 
@@ -34,25 +35,23 @@ constexpr std::array<Decoder, protocol::kModuleCount> decoders = {
 
 } // namespace
 
+// A decoder may wait or show a box, and the next read comes meanwhile: its frames queue up behind, and whoever runs takes
+// the first one. So each frame is decoded once and in order, and nothing stands still while a box is open.
 void MainWindow::receiveData()
 {
-    const QByteArray chunk = readLine(*gSerialPort);
-    m_receive.rxPending = Receivedata_Unpacking(m_receive.join(chunk), m_receive.rxFrames, m_receive.rxRemainder);
+    m_receive.take(readLine(*gSerialPort));
     const display::Batch batch;
-    // A decoder may wait and so let a further arrival replace the list: size and element are read anew at each step.
-    for (int i = 0; i < m_receive.rxFrames.size(); ++i)
-        dispatch(frameData(m_receive.rxFrames.at(i)));
+    while (!m_receive.rxFrames.isEmpty())
+        dispatch(m_receive.rxFrames.takeFirst());
 }
 
 bool MainWindow::Receivedata_Unpacking(QByteArray data, QList<frameData> &frames, QByteArray &remainder)
 {
-    m_receive.rxText = QString::fromUtf8(data.constData());
     return protocol::extractFrames(data, frames, remainder, m_receive.rxPartialCount);
 }
 
 void MainWindow::dispatch(const frameData &frame)
 {
-    ++m_receive.rxFrameCount;
     if (frame.moduleId == static_cast<uint8_t>(protocol::ModuleId::Text)) {
         textview::append(*ui->textBrowser_temp, {QString::fromLatin1(frame.data.constData())});
     } else if (frame.moduleId < decoders.size()) {

@@ -83,8 +83,7 @@ void MainWindow::openChosenPort()
         return;
     }
     showPortState(lineTrouble(*gSerialPort));
-    // Queued, so that bytes are taken also while a decoder waits or shows a box: the port reports nothing anew as long
-    // as its own report is under way. Made again with every opening, earlier ones stay.
+    // Required: each opening adds one more connection. The calls beyond the first find no bytes and change nothing.
     connect(gSerialPort, &QSerialPort::readyRead, this, qOverload<>(&MainWindow::receiveData), Qt::QueuedConnection);
 }
 

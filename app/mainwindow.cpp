@@ -79,6 +79,9 @@ void MainWindow::init()
     connectActions();
     prepareForm();
     connect(gSerialPort, &QSerialPort::errorOccurred, this, &MainWindow::onPortError);
+    // Whoever opens the line, the console when it hands it back for one, the window hears it. Queued, so that bytes are
+    // taken also while a decoder waits: a port does not emit readyRead again while a slot connected to it is running.
+    connect(gSerialPort, &QSerialPort::readyRead, this, qOverload<>(&MainWindow::receiveData), Qt::QueuedConnection);
     m_startRefused = !choosePort();
     if (m_startRefused)
         return;

@@ -82,7 +82,7 @@ constexpr Report records[] = {
 // A result over the largest block that a frame carries.
 QByteArray largestChecksum()
 {
-    constexpr int size = protocol::kLargestPayload - 12;
+    constexpr int size = protocol::kMaxPayloadSize - 12;
     return protocol::encodeFrame(
         protocol::ModuleId::Crc, 3,
         protocol::PayloadWriter().u32be(size).bytes(QByteArray(size, 'x')).u32be(1).f32be(1).take());

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "console/textframes.h"
 
-#include "protocol/frame.h"
+#include "protocol/extraction.h"
 
 #include <QtEndian>
 
@@ -24,7 +24,7 @@ QStringList TextFrames::take(const QByteArray &read)
 {
     m_bytes += read;
     QStringList texts;
-    if (size() - firstUnread() < kSmallestParsed)
+    if (size() - firstUnread() < kMinParsedSize)
         return texts;
     if (size() >= m_nextEnd) {
         m_nextEnd = kNever;

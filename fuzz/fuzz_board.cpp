@@ -2,7 +2,7 @@
 // The virtual board's command line, programs and people at it: bytes in pieces, time between them, and everything that
 // the board sends must be well-formed frames. Byte 0: how the rest is cut and how much time passes.
 #include "fuzz/input.h"
-#include "protocol/frame.h"
+#include "protocol/extraction.h"
 #include "simulator/board.h"
 #include "simulator/shell.h"
 

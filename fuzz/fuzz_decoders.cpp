@@ -62,7 +62,7 @@ const Decoder decoders[] = {
     },
     [](const QByteArray &p) {
         const crc::Result result = crc::decodeResult(p);
-        require(result.data.size() <= kLargestPayload, "no more than a frame carries");
+        require(result.data.size() <= kMaxPayloadSize, "no more than a frame carries");
         require(crc::dataText(result).size() >= result.data.size() * 9, "nine characters a byte");
         require(crc::valueText(result.value, PayloadReader(p).u8(0)).startsWith(QLatin1String("0x")), "hexadecimal");
     },

@@ -50,7 +50,7 @@ FaultRecord decodeFaultRecord(const QByteArray &payload, quint32 length)
     const PayloadReader read(payload);
     FaultRecord record;
     record.count = read.u8(0);
-    const int end = static_cast<int>(std::min<quint32>(length, kLargestPayload));
+    const int end = static_cast<int>(std::min<quint32>(length, kMaxPayloadSize));
     for (int at = 1; at < end; ++at)
         record.entries.push_back({static_cast<quint8>(read.u8(at) >> 4), static_cast<quint8>(read.u8(at) & 0x0F)});
     return record;

@@ -14,7 +14,7 @@ Result decodeResult(const QByteArray &payload)
     const PayloadReader read(payload);
     Result result;
     result.size = read.u32be(0);
-    const int size = static_cast<int>(std::min<quint32>(result.size, kLargestPayload)); // a payload ends before
+    const int size = static_cast<int>(std::min<quint32>(result.size, kMaxPayloadSize)); // a payload ends before
     result.data = payload.mid(4, size);
     result.data.append(QByteArray(std::min(size - result.data.size(), kMaxZeros), '\0'));
     result.value = read.u32be(4 + size);

@@ -46,17 +46,9 @@ inline constexpr char kEnd1 = '\xB2';
 inline constexpr int kHeaderSize = 8;
 inline constexpr int kTrailerSize = 4;
 inline constexpr int kFrameOverhead = kHeaderSize + kTrailerSize;
-/// Fewer bytes than this are never parsed, only carried over.
-inline constexpr int kSmallestParsed = 13;
-inline constexpr int kLargestPayload = 65535;
+inline constexpr int kMaxPayloadSize = 65535;
 
-/// The frame as sent by a board. A payload beyond kLargestPayload is cut there.
+/// The frame as sent by a board. A payload is cut at kMaxPayloadSize.
 QByteArray encodeFrame(ModuleId module, quint8 type, const QByteArray &payload, quint16 tag = 0);
-
-/// Cuts `data` into frames: `frames` is replaced by the complete ones, `remainder` by the tail of an
-/// incomplete one. Returns true when such a tail is pending; empty `data` returns false and leaves
-/// `remainder` as it is. `partialCount` grows by one with each incomplete frame met.
-/// Time and memory are linear in the data, however many incomplete starts it holds.
-bool extractFrames(const QByteArray &data, QList<frameData> &frames, QByteArray &remainder, quint32 &partialCount);
 
 } // namespace protocol

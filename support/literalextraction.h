@@ -6,17 +6,6 @@
 
 namespace literal {
 
-// Copies from `start` on to the front of the buffer, which never gets shorter.
-inline void overwrite(QByteArray &buffer, const QByteArray &data, int start)
-{
-    for (int k = start; k < data.size(); ++k) {
-        if (k - start < buffer.size())
-            buffer[k - start] = data.at(k);
-        else
-            buffer.append(data.at(k));
-    }
-}
-
 inline bool extractFrames(const QByteArray &data, QList<frameData> &frames, QByteArray &remainder,
                           quint32 &partialCount)
 {
@@ -31,47 +20,41 @@ inline bool extractFrames(const QByteArray &data, QList<frameData> &frames, QByt
     }
     const auto byte = [&data](int at) { return static_cast<quint8>(data.at(at)); };
     QList<frameData> found;
-    QByteArray payload, carry;
-    bool pending = false;
-    int state = 0, i = 0, start = 0;
-    unsigned length = 0;
+    int first = -1; // incomplete start behind the last good frame
+    int state = 0, i = 0;
     while (i < size) {
         if (state == 0) {
             state = byte(i) == 0xA5 ? 1 : 0;
             ++i;
         } else if (state == 1) {
-            state = byte(i) == 0xC3 ? 2 : 0;
+            state = byte(i) == 0xC3 ? 2 : byte(i) == 0xA5 ? 1 : 0;
             ++i;
-        } else if (state == 2) {
-            start = i - 2;
-            length = size - i <= 10 ? 0 : unsigned(byte(i + 4)) << 8 | byte(i + 5);
-            if (size - i <= 10 || i + int(length) + 9 >= size) {
-                ++partialCount;
-                overwrite(carry, data, start);
-                pending = true;
-                state = 0;
-                ++i;
-                continue;
-            }
-            payload.clear();
-            for (int k = 0; k < int(length); ++k)
-                payload.append(data.at(i + 6 + k));
-            carry.clear();
-            pending = false;
-            state = byte(i + int(length) + 8) == 0xD4 ? 3 : 0;
-            i += int(length) + 9;
         } else {
-            if (byte(i) == 0xB2) {
-                found.append({byte(start + 4), byte(start + 5), quint16(byte(start + 2) << 8 | byte(start + 3)),
-                              quint16(length), payload, false});
-            }
             state = 0;
-            ++i;
+            const int start = i - 2;
+            const int length = size - i <= 10 ? 0 : byte(i + 4) << 8 | byte(i + 5);
+            const int end = start + length + 12;
+            if (size - i <= 10 || end > size) {
+                ++partialCount;
+                if (first < 0)
+                    first = start;
+            } else if (byte(end - 2) == 0xD4 && byte(end - 1) == 0xB2) {
+                found.append({byte(start + 4), byte(start + 5), quint16(byte(start + 2) << 8 | byte(start + 3)),
+                              quint16(length), data.mid(start + 8, length), false});
+                first = -1;
+                i = end;
+            } else if (first < 0) {
+                i = byte(end - 2) == 0xD4 ? end : end - 1;
+            }
         }
     }
+    if (first < 0 && byte(size - 1) == 0xA5)
+        first = size - 1;
+    if (first < 0 && byte(size - 2) == 0xA5 && byte(size - 1) == 0xC3)
+        first = size - 2;
     frames = found;
-    remainder = pending ? carry : QByteArray();
-    return pending;
+    remainder = first < 0 ? QByteArray() : data.mid(first);
+    return first >= 0;
 }
 
 } // namespace literal
