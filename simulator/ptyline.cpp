@@ -19,7 +19,7 @@ namespace {
 constexpr int kPaceMs = 1;
 constexpr int kWatchMs = 10;
 // A late timer is made up for, but not beyond this many bytes at once.
-constexpr double kLargestBudget = 4096;
+constexpr double kMaxBudget = PtyLine::kMaxPacketSize;
 
 int openRawTerminal()
 {
@@ -43,20 +43,9 @@ bool isOpenedByProgram(int master)
     return poll(&state, 1, 0) >= 0 && !(state.revents & POLLHUP);
 }
 
-// A receiver that reads up to the middle of a sync pair loses the frame: the pair leaves together with what follows it.
-int withWholeSync(const char *bytes, int count, int available)
-{
-    int whole = count;
-    if (whole > 1 && bytes[whole - 2] == protocol::kSync0 && bytes[whole - 1] == protocol::kSync1)
-        whole -= 2;
-    else if (bytes[whole - 1] == protocol::kSync0)
-        whole -= 1;
-    return whole > 0 ? whole : std::min(available, 3);
-}
-
 } // namespace
 
-PtyLine::PtyLine(quint32 seed, QObject *parent) : QObject(parent), m_random(seed)
+PtyLine::PtyLine(QObject *parent) : QObject(parent)
 {
     m_pace.setTimerType(Qt::PreciseTimer);
     m_pace.setInterval(kPaceMs);
@@ -83,6 +72,11 @@ void PtyLine::send(const QByteArray &bytes)
     m_pace.start();
     if (!m_paced)
         flush();
+}
+
+void PtyLine::setPacketSize(int bytes)
+{
+    m_packetSize = std::clamp(bytes, 1, kMaxPacketSize);
 }
 
 void PtyLine::hangUp()
@@ -153,17 +147,18 @@ int PtyLine::allowance()
     if (!m_paced)
         return kQueueLimit;
     m_budget =
-        std::min(m_budget + static_cast<double>(m_clock.nsecsElapsed()) * 1e-9 * kBytesPerSecond, kLargestBudget);
+        std::min(m_budget + static_cast<double>(m_clock.nsecsElapsed()) * 1e-9 * kBytesPerSecond, kMaxBudget);
     m_clock.restart();
     return static_cast<int>(m_budget);
 }
 
-bool PtyLine::writePiece(int most)
+// Nothing waits for a packet to fill, but a packet waits until the line has had time for all of it.
+bool PtyLine::writePacket(int most)
 {
-    const int available = m_queue.size() - m_sent;
-    const int limit = std::min({1 + static_cast<int>(m_random() % kLargestPiece), most, available});
-    const int piece = withWholeSync(m_queue.constData() + m_sent, limit, available);
-    const ssize_t count = ::write(m_master, m_queue.constData() + m_sent, static_cast<size_t>(piece));
+    const int packet = std::min(m_packetSize, m_queue.size() - m_sent);
+    if (packet > most)
+        return false;
+    const ssize_t count = ::write(m_master, m_queue.constData() + m_sent, static_cast<size_t>(packet));
     if (count <= 0)
         return false;
     m_sent += static_cast<int>(count);
@@ -175,7 +170,7 @@ void PtyLine::flush()
 {
     for (int most = allowance(); most > 0 && m_sent < m_queue.size();) {
         const int before = m_sent;
-        if (!writePiece(most))
+        if (!writePacket(most))
             break;
         most -= m_sent - before;
     }

@@ -9,7 +9,6 @@
 #include <QTimer>
 
 #include <memory>
-#include <random>
 
 class QSocketNotifier;
 
@@ -18,22 +17,24 @@ class PtyLine : public QObject
     Q_OBJECT
 
 public:
-    /// Bytes a second at 1958400 bit/s with ten bits a byte.
+    /// Bytes per second at 1958400 bit/s with ten bits per byte.
     static constexpr double kBytesPerSecond = 195840;
-    /// A piece is at most as long as a full-speed USB packet.
-    static constexpr int kLargestPiece = 64;
+    /// A full-speed USB packet of 64 bytes has room for 62 behind the serial adapter's two status bytes.
+    static constexpr int kPacketSize = 62;
+    static constexpr int kMaxPacketSize = 4096;
     /// What waits beyond this many bytes is lost, as in a board whose buffer is full.
     static constexpr int kQueueLimit = 4 * 1024 * 1024;
 
-    /// Opens the terminal; tty() is empty where the system gives none. `seed` decides where pieces are cut: anywhere
-    /// but between a sync pair and the byte that follows it.
-    explicit PtyLine(quint32 seed = 1, QObject *parent = nullptr);
+    /// Opens the terminal; tty() is empty where the system gives none.
+    explicit PtyLine(QObject *parent = nullptr);
     ~PtyLine() override;
 
     /// Path of the end that the program opens, "/dev/pts/4".
     QString tty() const { return m_tty; }
     /// With false the bytes leave as fast as they are taken.
     void setPaced(bool paced) { m_paced = paced; }
+    /// The line carries bytes in packets of this size, 1 to kMaxPacketSize; frames are cut wherever a packet ends.
+    void setPacketSize(int bytes);
     bool isConnected() const { return m_connected; }
 
     /// Sends bytes. While no program has the line open they are lost.
@@ -53,10 +54,11 @@ private:
     void setConnected(bool connected);
     void lookForProgram();
     int allowance();
-    bool writePiece(int most);
+    bool writePacket(int most);
 
     int m_master = -1;
     QString m_tty;
+    int m_packetSize = kPacketSize;
     bool m_paced = true;
     bool m_connected = false;
     QByteArray m_queue;
@@ -65,6 +67,5 @@ private:
     QElapsedTimer m_clock;
     QTimer m_pace;
     QTimer m_watch;
-    std::mt19937 m_random;
     std::unique_ptr<QSocketNotifier> m_readable;
 };

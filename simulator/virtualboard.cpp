@@ -6,13 +6,13 @@ namespace simulator {
 VirtualBoard::VirtualBoard(const Options &options, QObject *parent)
     : QObject(parent),
       m_board(options.seed),
-      m_line(options.seed),
       m_cable(options.seed),
       m_link(options.link),
       m_shell(m_board),
       m_tty(m_link.pointTo(m_line.tty()))
 {
     m_line.setPaced(options.paced);
+    m_line.setPacketSize(options.packetSize);
     joinBoardAndLine();
     joinCableAndLine();
     m_cable.setFaults(options.cable);
