@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Linked into a program, this makes its waits take no time: who would sleep moves the clock on instead. Minutes of the
 // program's life pass in milliseconds, with every timer in its order. The wall clock that measures the fuzzer stays.
+#include "support/fakeclock.h"
+
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -15,7 +18,8 @@
 namespace {
 
 constexpr int64_t kSecond = 1'000'000'000;
-std::atomic<int64_t> ahead{0}; // nanoseconds
+std::atomic<int64_t> ahead{0};    // nanoseconds
+std::atomic<int64_t> realWait{0}; // nanoseconds
 
 timespec shifted(const timespec &time)
 {
@@ -29,6 +33,11 @@ void moveOn(const timespec &time)
 }
 
 } // namespace
+
+void fakeclock::setRealWait(int microseconds)
+{
+    realWait = microseconds * int64_t{1000};
+}
 
 extern "C" int clock_gettime(clockid_t clock, timespec *now) noexcept
 {
@@ -50,9 +59,9 @@ extern "C" int gettimeofday(timeval *now, void *) noexcept
 // What is ready is reported; else the time-out is over at once. Without one the caller really waits.
 extern "C" int ppoll(pollfd *files, nfds_t count, const timespec *timeout, const sigset_t *signals)
 {
-    timespec none = {};
+    timespec wait = {0, std::min<int64_t>(realWait, timeout ? timeout->tv_sec * kSecond + timeout->tv_nsec : 0)};
     const auto ready =
-        static_cast<int>(syscall(SYS_ppoll, files, count, timeout ? &none : nullptr, signals, _NSIG / 8));
+        static_cast<int>(syscall(SYS_ppoll, files, count, timeout ? &wait : nullptr, signals, _NSIG / 8));
     if (ready == 0 && timeout)
         moveOn(*timeout);
     return ready;

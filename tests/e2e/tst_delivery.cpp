@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+// Every frame that the board sends reaches its decoder once and in order, however the line cuts it up and whatever the
+// window is doing meanwhile. The virtual board says a number behind each frame: a message that is missing, doubled or out
+// of place is a frame lost, shown twice or late.
+#include "support/boxanswerer.h"
+#include "support/cuttingproxy.h"
+#include "support/fakeclock.h"
+
+#include "app/mainwindow.h"
+#include "link/commandchannel.h"
+#include "link/serialports.h"
+#include "simulator/virtualboard.h"
+
+#include <QApplication>
+#include <QPushButton>
+#include <QTest>
+#include <QTextEdit>
+
+namespace {
+
+constexpr int kRandomPieces = 0;
+constexpr int kMinRestartFrames = 5; // what units announce after a restart
+constexpr int kWaitMs = 60'000;      // of the fake clock's time
+
+// A window in front of a board that numbers what it sends, from the first frame on.
+class Demonstration
+{
+public:
+    explicit Demonstration(int pieces) : m_board(unpaced()), m_proxy(m_board.tty())
+    {
+        if (pieces == kRandomPieces)
+            m_proxy.setRandomPieces(2026, 64);
+        else
+            m_proxy.setPieces(pieces);
+        QObject::connect(&m_board.board(), &Board::output, &m_proxy, [this] {
+            ++m_frames;
+            if (m_speaking)
+                return;
+            m_speaking = true;
+            m_board.board().say(QStringLiteral("#%1").arg(m_messages++));
+            m_speaking = false;
+        });
+        setAvailablePortNames([this] { return QStringList{m_proxy.tty()}; });
+        m_window = std::make_unique<MainWindow>();
+        m_window->show();
+    }
+
+    MainWindow &window() { return *m_window; }
+    int messages() const { return m_messages; }
+    QStringList shown() const
+    {
+        return m_window->findChild<QTextEdit *>(QStringLiteral("textBrowser_temp"))
+            ->toPlainText()
+            .split(QLatin1Char('\n'));
+    }
+
+    /// Until the window has taken all that was sent.
+    bool settle()
+    {
+        return QTest::qWaitFor([this] { return m_window->receiveState().rxFrameCount == m_frames; }, kWaitMs);
+    }
+
+    /// What is out of order among the numbered messages that the window shows; empty where nothing is.
+    QStringList disorder() const
+    {
+        QStringList wrong;
+        int next = 0;
+        for (const QString &line : shown()) {
+            if (line.startsWith(QLatin1Char('#')) && line != QStringLiteral("#%1").arg(next++))
+                wrong.append(QStringLiteral("%1 in place of #%2").arg(line).arg(next - 1));
+        }
+        if (next != m_messages)
+            wrong.append(QStringLiteral("%1 of %2").arg(next).arg(m_messages));
+        return wrong;
+    }
+
+private:
+    static VirtualBoard::Options unpaced()
+    {
+        VirtualBoard::Options options;
+        options.paced = false;
+        return options;
+    }
+
+    VirtualBoard m_board;
+    CuttingProxy m_proxy;
+    std::unique_ptr<MainWindow> m_window;
+    quint64 m_frames = 0;
+    int m_messages = 0;
+    bool m_speaking = false;
+};
+
+} // namespace
+
+class TestDelivery : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<Demonstration> m_demonstration;
+    BoxAnswerer m_answerer{QMessageBox::Yes};
+
+private slots:
+    void everyFrameOnce_data()
+    {
+        QTest::addColumn<int>("pieces");
+        for (const int size : {1, 7, 62, 64, 512})
+            QTest::addRow("pieces of %d bytes", size) << size;
+        QTest::newRow("pieces of random size") << kRandomPieces;
+    }
+
+    void everyFrameOnce()
+    {
+        QFETCH(int, pieces);
+        m_demonstration = std::make_unique<Demonstration>(pieces);
+        QVERIFY(m_demonstration->settle());
+        QVERIFY2(startAgainAndAgain(), "resets");
+        QVERIFY2(pressAllButtons(), "buttons");
+        QVERIFY2(openAgain(), "openings");
+        QVERIFY2(leaveABoxOpen(), "nothing arrives while a box is open");
+        QCOMPARE(m_demonstration->disorder(), QStringList());
+        QVERIFY(m_demonstration->messages() > 400);
+    }
+
+    void cleanup() { m_demonstration.reset(); }
+
+private:
+    MainWindow &window() { return m_demonstration->window(); }
+
+    bool startAgainAndAgain()
+    {
+        for (int reset = 0; reset < 4; ++reset) {
+            const int before = m_demonstration->messages();
+            reset % 2 ? window().F_Reset() : window().D_Reset();
+            const auto restarted = [&] { return m_demonstration->messages() >= before + kMinRestartFrames; };
+            if (!QTest::qWaitFor(restarted, kWaitMs) || !m_demonstration->settle())
+                return false;
+        }
+        return true;
+    }
+
+    bool pressAllButtons()
+    {
+        const auto buttons = window().centralWidget()->findChildren<QPushButton *>();
+        for (QPushButton *button : buttons)
+            button->click();
+        return m_demonstration->settle();
+    }
+
+    bool openAgain()
+    {
+        for (int opening = 0; opening < 3; ++opening) {
+            window().Serialport_open();
+            window().Get_Status();
+            if (!m_demonstration->settle())
+                return false;
+        }
+        return true;
+    }
+
+    // The box stands until 40 messages sent after it opened are shown.
+    bool leaveABoxOpen()
+    {
+        bool shown = false;
+        m_answerer.onBox([this, &shown] {
+            const QString last = QStringLiteral("#%1").arg(m_demonstration->messages() + 40);
+            for (int round = 0; round < 4; ++round)
+                sendCommand(QStringLiteral("get 4"));
+            shown = QTest::qWaitFor([this, last] { return m_demonstration->shown().contains(last); }, kWaitMs);
+        });
+        sendCommand(QStringLiteral("inject 5 2"));
+        sendCommand(QStringLiteral("get 4"));
+        return QTest::qWaitFor([&shown] { return shown; }, kWaitMs) && m_demonstration->settle();
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    qputenv("QT_NO_GLIB", "1"); // the plain event loop waits by the call that the fake clock replaces
+    fakeclock::setRealWait(100);
+    QApplication application(argc, argv);
+    QTEST_SET_MAIN_SOURCE_PATH
+    TestDelivery test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_delivery.moc"
