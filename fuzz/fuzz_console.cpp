@@ -7,7 +7,7 @@
 #include "console/textframes.h"
 #include "fuzz/application.h"
 #include "fuzz/input.h"
-#include "protocol/frame.h"
+#include "protocol/extraction.h"
 
 #include <QTextDocument>
 #include <QTextEdit>

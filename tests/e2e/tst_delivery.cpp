@@ -32,7 +32,7 @@ public:
             m_proxy.setRandomPieces(2026, 64);
         else
             m_proxy.setPieces(pieces);
-        QObject::connect(&m_board.board(), &Board::output, &m_proxy, [this] {
+        QObject::connect(&m_board.board(), &simulator::Board::output, &m_proxy, [this] {
             ++m_frames;
             if (m_speaking)
                 return;
@@ -75,14 +75,14 @@ public:
     }
 
 private:
-    static VirtualBoard::Options unpaced()
+    static simulator::VirtualBoard::Options unpaced()
     {
-        VirtualBoard::Options options;
+        simulator::VirtualBoard::Options options;
         options.paced = false;
         return options;
     }
 
-    VirtualBoard m_board;
+    simulator::VirtualBoard m_board;
     CuttingProxy m_proxy;
     std::unique_ptr<MainWindow> m_window;
     quint64 m_frames = 0;
