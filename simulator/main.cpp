@@ -81,7 +81,8 @@ int main(int argc, char *argv[])
     const QCommandLineOption withStdin(QStringLiteral("exit-with-stdin"),
                                        QStringLiteral("End when standard input reaches its end."));
     const auto seed = number("seed", "Seed of all chance (default 1).", "N", "1");
-    const auto packet = number("packet", "Send in packets of BYTES, cut wherever they fall (default 62).", "BYTES", "62");
+    const auto packet =
+        number("packet", "Send in packets of BYTES, cut wherever they fall (default 62).", "BYTES", "62");
     const auto powerCycle = number("power-cycle-after", "Power-cycle a board held in reset after SECONDS.", "SECONDS");
     const auto noise = number("noise", "Flip each bit with this probability, both ways.", "RATE");
     const auto drop = number("drop", "Lose each byte with this probability, both ways.", "RATE");
@@ -89,7 +90,8 @@ int main(int argc, char *argv[])
     const auto stall = number("stall", "Stop sending for SECONDS, each time after 5 to 15 times as long.", "SECONDS");
     const auto hangUp =
         number("hang-up", "Hang up AFTER seconds and come back 1 s later on a new terminal, again and again.", "AFTER");
-    parser.addOptions({verbose, noPace, seed, packet, powerCycle, noise, drop, duplicate, stall, hangUp, link, withStdin});
+    parser.addOptions(
+        {verbose, noPace, seed, packet, powerCycle, noise, drop, duplicate, stall, hangUp, link, withStdin});
     parser.process(application);
 
     simulator::VirtualBoard::Options options;

@@ -146,8 +146,7 @@ int PtyLine::allowance()
 {
     if (!m_paced)
         return kQueueLimit;
-    m_budget =
-        std::min(m_budget + static_cast<double>(m_clock.nsecsElapsed()) * 1e-9 * kBytesPerSecond, kMaxBudget);
+    m_budget = std::min(m_budget + static_cast<double>(m_clock.nsecsElapsed()) * 1e-9 * kBytesPerSecond, kMaxBudget);
     m_clock.restart();
     return static_cast<int>(m_budget);
 }

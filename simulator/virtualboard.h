@@ -19,7 +19,7 @@ public:
         quint32 seed = 1;
         bool paced = true;
         int packetSize = PtyLine::kPacketSize; // bytes
-        int powerCycleAfterMs = 0; // 0: a board held in reset waits for powerCycle()
+        int powerCycleAfterMs = 0;             // 0: a board held in reset waits for powerCycle()
         CableFaults cable;
         QString link; // path of a symbolic link to the terminal; empty: none
     };
