@@ -52,7 +52,6 @@ void requireFrames(const QByteArray &sent, int count)
 
 extern "C" int LLVMFuzzerInitialize(int *count, char ***arguments)
 {
-    qputenv("QT_NO_GLIB", "1"); // the plain event loop: it waits by the call that support/fakeclock.cpp replaces
     new QCoreApplication(*count, *arguments); // for the life of the program; qApp holds it
     return 0;
 }

@@ -34,23 +34,10 @@ void failAt(QMessageBox &box)
 
 } // namespace
 
-BoxWatch::BoxWatch()
-{
-    QTimer::singleShot(kLookMs, this, &BoxWatch::look);
-}
-
-void BoxWatch::look()
-{
-    // A timer of its own each time: one timer does not fire inside its own handler, boxes open inside boxes do.
-    QTimer::singleShot(kLookMs, this, &BoxWatch::look);
-    auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-    if (box && box->isVisible())
-        meet(*box);
-}
-
 BoxAnswerer::BoxAnswerer(QMessageBox::StandardButton button) : m_button(button)
 {
     ++answerers;
+    QTimer::singleShot(kLookMs, this, &BoxAnswerer::look);
 }
 
 BoxAnswerer::~BoxAnswerer()
@@ -67,6 +54,15 @@ void BoxAnswerer::clear()
 {
     m_seen.clear();
     m_defaults.clear();
+}
+
+void BoxAnswerer::look()
+{
+    // A timer of its own each time: one timer does not fire inside its own handler, boxes open inside boxes do.
+    QTimer::singleShot(kLookMs, this, &BoxAnswerer::look);
+    auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    if (box && box->isVisible())
+        meet(*box);
 }
 
 void BoxAnswerer::meet(QMessageBox &box)
@@ -110,8 +106,16 @@ void BoxAnswerer::answer(QMessageBox &box)
     failAt(box);
 }
 
-void BoxGuard::meet(QMessageBox &box)
+BoxGuard::BoxGuard()
 {
-    if (!BoxAnswerer::isPresent())
-        failAt(box);
+    qApp->installEventFilter(this);
+}
+
+bool BoxGuard::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() != QEvent::Show || BoxAnswerer::isPresent())
+        return false;
+    if (auto *box = qobject_cast<QMessageBox *>(object))
+        QTimer::singleShot(0, box, [box] { failAt(*box); });
+    return false;
 }

@@ -8,20 +8,7 @@
 
 #include <functional>
 
-/// Looks for an open message box every few milliseconds, also while others wait for theirs.
-class BoxWatch : public QObject
-{
-    Q_OBJECT
-
-protected:
-    BoxWatch();
-    virtual void meet(QMessageBox &box) = 0;
-
-private:
-    void look();
-};
-
-class BoxAnswerer : public BoxWatch
+class BoxAnswerer : public QObject
 {
     Q_OBJECT
 
@@ -53,7 +40,8 @@ public:
     static bool isPresent();
 
 private:
-    void meet(QMessageBox &box) override;
+    void look();
+    void meet(QMessageBox &box);
     void remember(QMessageBox &box);
     void answer(QMessageBox &box);
 
@@ -65,11 +53,14 @@ private:
     QStringList m_seen, m_defaults;
 };
 
-/// While no BoxAnswerer lives, a message box fails the test with its words, and is dismissed.
-class BoxGuard : public BoxWatch
+/// A message box that opens while no BoxAnswerer lives fails the test with its words, and is dismissed.
+class BoxGuard : public QObject
 {
     Q_OBJECT
 
+public:
+    BoxGuard();
+
 private:
-    void meet(QMessageBox &box) override;
+    bool eventFilter(QObject *object, QEvent *event) override;
 };

@@ -40,13 +40,14 @@ CuttingProxy::~CuttingProxy()
 
 void CuttingProxy::setPieces(int size)
 {
-    m_pieceSize = [size] { return size; };
+    m_pieceSize = [size](std::mt19937 &) { return size; };
 }
 
 void CuttingProxy::setRandomPieces(quint32 seed, int max)
 {
-    m_random.seed(seed);
-    m_pieceSize = [this, max] { return 1 + static_cast<int>(m_random() % static_cast<unsigned>(max)); };
+    m_toProgram.random.seed(seed);
+    m_toBoard.random.seed(seed);
+    m_pieceSize = [max](std::mt19937 &random) { return 1 + static_cast<int>(random() % static_cast<unsigned>(max)); };
 }
 
 void CuttingProxy::add(Way &way, const QByteArray &bytes)
@@ -61,7 +62,7 @@ void CuttingProxy::add(Way &way, const QByteArray &bytes)
 QByteArray CuttingProxy::nextPiece(Way &way)
 {
     if (way.size == 0)
-        way.size = m_pieceSize ? m_pieceSize() : way.waiting.size();
+        way.size = m_pieceSize ? m_pieceSize(way.random) : way.waiting.size();
     if (way.waiting.size() < way.size && way.pause.isActive())
         return {};
     const QByteArray piece = way.waiting.left(std::exchange(way.size, 0));

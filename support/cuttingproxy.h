@@ -35,6 +35,7 @@ signals:
 private:
     struct Way {
         QByteArray waiting;
+        std::mt19937 random;
         int size = 0;   // of the next piece
         QTimer forward; // runs while bytes wait
         QTimer pause;   // runs out when the sender pauses
@@ -50,7 +51,6 @@ private:
     RawLine m_line;
     int m_board = -1;
     std::unique_ptr<QSocketNotifier> m_notifier;
-    std::function<int()> m_pieceSize; // empty: nothing is cut
-    std::mt19937 m_random;
+    std::function<int(std::mt19937 &)> m_pieceSize; // empty: nothing is cut
     Way m_toProgram, m_toBoard;
 };

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Linked into a program, this makes its waits take no time: who would sleep moves the clock on instead. Minutes of the
-// program's life pass in milliseconds, with every timer in its order. The wall clock that measures the fuzzer stays.
+// Minutes of the program's life pass in seconds or less, with every timer in its order. The wall clock that measures the
+// fuzzer stays.
 #include "support/fakeclock.h"
 
-#include <algorithm>
 #include <atomic>
-#include <cerrno>
 #include <csignal>
 #include <cstdint>
+#include <cstdlib>
 #include <ctime>
 
 #include <poll.h>
@@ -18,32 +17,44 @@
 namespace {
 
 constexpr int64_t kSecond = 1'000'000'000;
-std::atomic<int64_t> ahead{0};    // nanoseconds
-std::atomic<int64_t> realWait{0}; // nanoseconds
+std::atomic<int64_t> ahead{0}; // nanoseconds
+std::atomic<int> speed{FAKE_CLOCK_SPEED};
+// The plain event loop: it waits by a call that is replaced here.
+const int plainLoop = setenv("QT_NO_GLIB", "1", 1);
 
-timespec shifted(const timespec &time)
+int64_t nanoseconds(const timespec &time)
 {
-    const int64_t nanoseconds = time.tv_sec * kSecond + time.tv_nsec + ahead;
+    return time.tv_sec * kSecond + time.tv_nsec;
+}
+
+timespec timeOf(int64_t nanoseconds)
+{
     return {nanoseconds / kSecond, nanoseconds % kSecond};
 }
 
-void moveOn(const timespec &time)
+timespec shortened(const timespec &time)
 {
-    ahead += time.tv_sec * kSecond + time.tv_nsec;
+    return timeOf(speed > 0 ? nanoseconds(time) / speed : 0);
+}
+
+// What was slept less than asked for.
+void moveOn(const timespec &time, const timespec &slept)
+{
+    ahead += nanoseconds(time) - nanoseconds(slept);
 }
 
 } // namespace
 
-void fakeclock::setRealWait(int microseconds)
+void fakeclock::setSpeed(int newSpeed)
 {
-    realWait = microseconds * int64_t{1000};
+    speed = newSpeed;
 }
 
 extern "C" int clock_gettime(clockid_t clock, timespec *now) noexcept
 {
     const auto result = static_cast<int>(syscall(SYS_clock_gettime, clock, now));
     if (result == 0 && clock == CLOCK_MONOTONIC)
-        *now = shifted(*now);
+        *now = timeOf(nanoseconds(*now) + ahead);
     return result;
 }
 
@@ -51,24 +62,28 @@ extern "C" int gettimeofday(timeval *now, void *) noexcept
 {
     timespec time = {};
     syscall(SYS_clock_gettime, CLOCK_REALTIME, &time);
-    time = shifted(time);
+    time = timeOf(nanoseconds(time) + ahead);
     *now = {time.tv_sec, time.tv_nsec / 1000};
     return 0;
 }
 
-// What is ready is reported; else the time-out is over at once. Without one the caller really waits.
+// What is ready is reported. Without a time-out the caller really waits.
 extern "C" int ppoll(pollfd *files, nfds_t count, const timespec *timeout, const sigset_t *signals)
 {
-    timespec wait = {0, std::min<int64_t>(realWait, timeout ? timeout->tv_sec * kSecond + timeout->tv_nsec : 0)};
+    timespec time = timeout ? shortened(*timeout) : timespec();
+    const timespec slept = time;
     const auto ready =
-        static_cast<int>(syscall(SYS_ppoll, files, count, timeout ? &wait : nullptr, signals, _NSIG / 8));
+        static_cast<int>(syscall(SYS_ppoll, files, count, timeout ? &time : nullptr, signals, _NSIG / 8));
     if (ready == 0 && timeout)
-        moveOn(*timeout);
+        moveOn(*timeout, slept);
     return ready;
 }
 
 extern "C" int nanosleep(const timespec *time, timespec *)
 {
-    moveOn(*time);
+    const timespec slept = shortened(*time);
+    if (nanoseconds(slept) > 0)
+        syscall(SYS_nanosleep, &slept, nullptr);
+    moveOn(*time, slept);
     return 0;
 }

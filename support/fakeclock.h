@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
+// A clock that runs ahead while the program sleeps. It replaces the system's calls: linking it is enough.
 #pragma once
 
 namespace fakeclock {
 
-/// The clock moves on only after nothing real has happened for this long. A pseudo-terminal's bytes take some real time on
-/// their way through the kernel; a program that waits for them needs more than the default, 0.
-void setRealWait(int microseconds);
+/// A sleep, or a wait for events that none ends, takes a `speed`th of its time, and the clock shows all of it. At 0 it
+/// takes none. Work, and bytes on their way, take their real time.
+void setSpeed(int speed);
 
 } // namespace fakeclock

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int kDeliveryMs = 100; // a program that reads at once leaves nothing to wait for
+constexpr int kDeliveryMs = 1000; // a program in another process may have read them before
 
 } // namespace
 

@@ -176,8 +176,7 @@ private:
 
 int main(int argc, char *argv[])
 {
-    qputenv("QT_NO_GLIB", "1"); // the plain event loop waits by the call that the fake clock replaces
-    fakeclock::setRealWait(100);
+    fakeclock::setSpeed(100);
     QApplication application(argc, argv);
     QTEST_SET_MAIN_SOURCE_PATH
     TestDelivery test;

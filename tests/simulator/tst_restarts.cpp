@@ -269,12 +269,5 @@ private slots:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    qputenv("QT_NO_GLIB", "1"); // the event loop whose waits the fake clock replaces
-    QCoreApplication application(argc, argv);
-    TestRestarts test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_GUILESS_MAIN(TestRestarts)
 #include "tst_restarts.moc"

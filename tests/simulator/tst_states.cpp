@@ -500,12 +500,5 @@ private slots:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    qputenv("QT_NO_GLIB", "1"); // the event loop whose waits the fake clock replaces
-    QCoreApplication application(argc, argv);
-    TestStates test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_GUILESS_MAIN(TestStates)
 #include "tst_states.moc"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What a board that is broken, or restarts for ever, can do to the window has bounds.
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include "app/messagebox.h"
 #include "link/commandchannel.h"
@@ -42,7 +42,7 @@ class TestBounds : public QObject
 private:
     void settle() { QTRY_VERIFY(m_bench.line().received().endsWith("get 0\r\n")); }
 
-    RawBench m_bench;
+    WindowFixture m_bench;
 
 private slots:
     void initTestCase() { settle(); }
@@ -50,6 +50,8 @@ private slots:
     // Ten clocks out of their limits while nobody answers: four boxes, and the last one counts the rest.
     void boxesAreFew()
     {
+        BoxAnswerer answers;
+        answers.leaveOpen();
         int sent = 0;
         int most = 0;
         QString counted;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What is painted can be read, and what is off looks different from what is on.
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include <QApplication>
 #include <QGroupBox>
@@ -77,7 +77,7 @@ private:
         m_bench.line().write(frame(module, type, QByteArray::fromHex(payload)));
     }
 
-    RawBench m_bench;
+    WindowFixture m_bench;
 
 private slots:
     void initTestCase() { QTRY_VERIFY(m_bench.line().received().endsWith("get 0\r\n")); }

@@ -4,7 +4,7 @@
 #include "app/startup.h"
 #include "link/serialports.h"
 #include "support/boxanswerer.h"
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include <QMenuBar>
 #include <QPalette>
@@ -36,7 +36,7 @@ private:
     // Every page, and the port's state without its name, which is another each time.
     static QVector<QImage> pages()
     {
-        RawBench bench;
+        WindowFixture bench;
         QVector<QImage> result;
         for (const char *tabs : {"tabWidget_safety", "tabWidget_security"}) {
             auto *pages = bench.find<QTabWidget>(tabs);
@@ -67,7 +67,7 @@ private slots:
     // None is left to a style or desktop that comes later.
     void everyWidgetHasTheProgramsFont()
     {
-        RawBench bench;
+        WindowFixture bench;
         const QStringList families = {QApplication::font().family(), QStringLiteral("Liberation Mono")};
         const auto widgets = bench.window().findChildren<QWidget *>();
         for (const QWidget *widget : widgets)

@@ -3,7 +3,7 @@
 #include "link/serialline.h"
 #include "link/serialports.h"
 #include "support/boxanswerer.h"
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include <QAction>
 #include <QStatusBar>
@@ -98,7 +98,7 @@ private slots:
     // The adapter's driver sets another rate than the one asked for.
     void aRefusedBaudRateIsSaid()
     {
-        RawBench bench;
+        WindowFixture bench;
         QVERIFY(lineTrouble(*gSerialPort).isEmpty());
         termios settings = {};
         QCOMPARE(tcgetattr(gSerialPort->handle(), &settings), 0);

@@ -5,7 +5,7 @@
 #include "session/notes.h"
 #include "session/pcapng.h"
 #include "support/boxanswerer.h"
-#include "support/workbench.h"
+#include "support/fixtures.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -25,7 +25,7 @@ private:
     // Presses `key` in the window and types `text` into the dialog that opens.
     template <class Dialog> void answer(Qt::Key key, const QString &text);
 
-    RawBench m_bench;
+    WindowFixture m_bench;
 };
 
 template <class Dialog> void TestRecorder::answer(Qt::Key key, const QString &text)

@@ -51,8 +51,9 @@ private slots:
         QCOMPARE(received, sent);
         QCOMPARE(lengths, passed);
         passed.removeLast(); // the rest
-        QCOMPARE(*std::max_element(passed.begin(), passed.end()), max);
-        QCOMPARE(std::all_of(passed.begin(), passed.end(), [max](int length) { return length == max; }), size > 0);
+        const auto [shortest, longest] = std::minmax_element(passed.begin(), passed.end());
+        QVERIFY(*longest <= max && *longest > max - 8);
+        QCOMPARE(*shortest == max, size > 0);
     }
 
     void aBoardThatHangsUpTakesTheProxyAlong()
