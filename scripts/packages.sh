@@ -1,18 +1,19 @@
 # SPDX-License-Identifier: MIT
-# Sourced by the other scripts: installs the Debian packages that are missing.
+# Sourced by common.sh: the Debian packages that the scripts need, and their installation.
 
 build_packages=(cmake ninja-build g++ ccache qtbase5-dev libqt5serialport5-dev libssl-dev libboost-dev
     pandoc weasyprint fonts-dejavu-core fonts-dejavu-extra fonts-noto-cjk)
 test_packages=(libbenchmark-dev librapidcheck-dev)
 run_packages=(xvfb xauth fonts-dejavu-core fonts-liberation fonts-noto-cjk)
 
-# need_packages NAME...: quick and silent where all are there; asks sudo only where not root.
+# need_packages NAME...: quick and silent if all are installed; uses sudo only if not root.
 need_packages() {
     local missing=() name
     for name in "$@"; do
         [ "$(dpkg-query -W -f='${db:Status-Status}' "$name" 2>/dev/null)" = installed ] || missing+=("$name")
     done
     [ ${#missing[@]} -gt 0 ] || return 0
+    command -v apt-get >/dev/null || { echo "No apt-get here, install these yourself: ${missing[*]}" >&2; return 1; }
     echo "Installing: ${missing[*]}"
     local as_root=()
     [ "$(id -u)" -eq 0 ] || as_root=(sudo)
