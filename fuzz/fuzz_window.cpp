@@ -5,7 +5,9 @@
 //        1    report type of a frame; number of a page
 //        2    length of a frame's payload, 255: all that is left
 //        3    payload
-// Boxes are answered, also inside each other; what waits, waits no time (support/fakeclock.cpp), and the steps go on meanwhile.
+// Message boxes are answered, also nested ones. Waits take no time (support/fakeclock.cpp), and the steps go on inside
+// them. Objects are kept for the whole run, so leak detection is off; longer inputs find nothing more.
+// libFuzzer: -detect_leaks=0 -max_len=400
 #include "fuzz/application.h"
 #include "fuzz/input.h"
 #include "link/serialline.h"

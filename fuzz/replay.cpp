@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Runs a fuzz target once over each file of the folders that are named: the corpus as a test.
+// Runs a fuzz target once on each file in the given folders: its inputs as a test. A missing folder is empty.
 #include <QDir>
 
 #include <cstdint>
@@ -17,8 +17,8 @@ bool replay(const QString &path)
     if (!file.open(QIODevice::ReadOnly))
         return false;
     const QByteArray bytes = file.readAll();
-    const std::vector<uint8_t> exact(bytes.begin(), bytes.end()); // nothing behind the last byte, as the fuzzer has it
-    std::fprintf(stderr, "%s\n", qPrintable(path));               // the last one named is the one that failed
+    const std::vector<uint8_t> exact(bytes.begin(), bytes.end()); // no NUL behind the last byte, as with the fuzzer
+    std::fprintf(stderr, "%s\n", qPrintable(path));               // the last line names the input that failed
     return LLVMFuzzerTestOneInput(exact.data(), exact.size()) == 0;
 }
 
