@@ -6,8 +6,7 @@
 #include <QtEndian>
 
 #include <algorithm>
-#include <limits>
-#include <utility>
+#include <bit>
 
 using namespace protocol;
 
@@ -15,8 +14,6 @@ namespace {
 
 // Skipped of another module's frame, whose payload is searched as well: sync pair, tag and module identifier.
 constexpr int kSkipped = 5;
-
-constexpr qint64 kNever = std::numeric_limits<qint64>::max();
 
 } // namespace
 
@@ -26,16 +23,63 @@ QStringList TextFrames::take(const QByteArray &read)
     QStringList texts;
     if (size() - firstUnread() < kMinParsedSize)
         return texts;
-    if (size() >= m_nextEnd) {
-        m_nextEnd = kNever;
-        const auto open = std::exchange(m_open, {});
+    if (completesOpen()) {
+        const auto open = m_open;
+        forgetOpen();
         for (const Frame &frame : open)
             settle(frame, texts);
     }
+    dropOverdue();
     for (Frame frame; findFrame(frame);)
         settle(frame, texts);
     dropRead();
     return texts;
+}
+
+bool TextFrames::endsWell(qint64 end) const
+{
+    return bytesAt(end)[-2] == kEnd0 && bytesAt(end)[-1] == kEnd1;
+}
+
+bool TextFrames::completesOpen()
+{
+    bool completes = false;
+    for (qint64 end = m_checked + 1; !m_open.empty() && !completes && end <= size(); ++end)
+        completes = endsAt(end) > 0 && endsWell(end);
+    m_checked = size();
+    return completes;
+}
+
+quint16 &TextFrames::endsAt(qint64 end)
+{
+    return m_endsAt[static_cast<std::size_t>(end) & (m_endsAt.size() - 1)];
+}
+
+void TextFrames::open(Frame frame)
+{
+    m_open.push_back(frame);
+    const auto ahead = static_cast<std::size_t>(frame.end - size());
+    if (ahead < m_endsAt.size()) {
+        ++endsAt(frame.end);
+        return;
+    }
+    m_endsAt.assign(std::bit_ceil(ahead + 1), 0);
+    for (const Frame &open : m_open)
+        ++endsAt(open.end);
+}
+
+void TextFrames::forgetOpen()
+{
+    for (const Frame &frame : m_open)
+        endsAt(frame.end) = 0;
+    m_open.clear();
+}
+
+// Frames that turned out to be none. Only the first ones keep bytes from being dropped; the others wait behind them.
+void TextFrames::dropOverdue()
+{
+    for (; !m_open.empty() && m_open.front().end <= size(); m_open.pop_front())
+        --endsAt(m_open.front().end);
 }
 
 /// The next sync pair with a complete header. Without one the search stops where the next call goes on.
@@ -64,16 +108,15 @@ void TextFrames::settle(Frame frame, QStringList &texts)
     if (insideText || acrossEnd)
         return;
     if (frame.end > size()) {
-        m_open.push_back(frame);
-        m_nextEnd = std::min(m_nextEnd, frame.end);
-    } else if (bytesAt(frame.end)[-2] == kEnd0 && bytesAt(frame.end)[-1] == kEnd1) {
+        open(frame);
+    } else if (endsWell(frame.end)) {
         accept(frame, texts);
     }
 }
 
 void TextFrames::accept(Frame frame, QStringList &texts)
 {
-    m_open.clear();
+    forgetOpen();
     if (static_cast<quint8>(bytesAt(frame.at)[4]) != static_cast<quint8>(ModuleId::Text)) {
         m_otherEnd = std::max(m_otherEnd, frame.end);
         m_searched = std::max(m_searched, frame.at + kSkipped);

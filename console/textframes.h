@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QStringList>
 
+#include <deque>
 #include <vector>
 
 /// Takes the bytes of one read and returns the text messages that are complete by now, one character per byte. An
@@ -26,6 +27,12 @@ private:
     qint64 size() const { return m_base + m_bytes.size(); }
     qint64 firstUnread() const { return m_open.empty() ? m_searched : m_open.front().at; }
     const char *bytesAt(qint64 at) const { return m_bytes.constData() + (at - m_base); }
+    bool endsWell(qint64 end) const;
+    bool completesOpen();
+    quint16 &endsAt(qint64 end);
+    void open(Frame frame);
+    void forgetOpen();
+    void dropOverdue();
     bool findFrame(Frame &found);
     void settle(Frame frame, QStringList &texts);
     void accept(Frame frame, QStringList &texts);
@@ -33,9 +40,10 @@ private:
 
     QByteArray m_bytes; // the stream from m_base on
     qint64 m_base = 0;
-    qint64 m_searched = 0;     // the search for sync pairs goes on here
-    qint64 m_textEnd = 0;      // end of the last text frame
-    qint64 m_otherEnd = 0;     // end of the last frame of another module; what begins inside it ends inside it
-    std::vector<Frame> m_open; // incomplete frames, by position
-    qint64 m_nextEnd = 0;      // none of them is complete before this
+    qint64 m_searched = 0;         // the search for sync pairs goes on here
+    qint64 m_textEnd = 0;          // end of the last text frame
+    qint64 m_otherEnd = 0;         // end of the last frame of another module; what begins inside it ends inside it
+    std::deque<Frame> m_open;      // incomplete frames, by position
+    std::vector<quint16> m_endsAt; // their number by the lower bits of their end
+    qint64 m_checked = 0;          // their ends have been looked for up to here
 };
