@@ -45,7 +45,7 @@ consoleForm::consoleForm(QWidget *parent) : QWidget(parent), ui(std::make_unique
     ui->textEdit->verticalScrollBar()->setStyleSheet(QString::fromLatin1(kScrollBarStyle));
     ui->textEdit->installEventFilter(this);
     m_view = std::make_unique<TerminalView>(*ui->textEdit);
-    // A device that is gone reports it without end: the port is closed at the first report, the window stays.
+    // A lost device reports errors endlessly: the first one closes the port, the window stays open.
     connect(&m_port, &QSerialPort::errorOccurred, this, [this](QSerialPort::SerialPortError error) {
         if (isLineLost(error))
             abandonLine(m_port);
@@ -106,7 +106,7 @@ void consoleForm::sendEscape(const QString &letter)
     }
 }
 
-/// Returns whether the key is one that goes to the board.
+/// Sends what the key stands for; returns false if the key is not one for the board.
 bool consoleForm::sendKey(int key, Qt::KeyboardModifiers modifiers, const QString &text)
 {
     for (const CursorKey &row : cursorKeys) {
@@ -147,7 +147,7 @@ void consoleForm::closeEvent(QCloseEvent *event)
     event->accept();
 }
 
-// The main window's port is opened again with the settings that it had.
+// Reopens the main window's port with its earlier settings.
 void consoleForm::handBack()
 {
     if (m_handedBack)

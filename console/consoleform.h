@@ -21,7 +21,7 @@ class consoleForm : public QWidget
 
 public:
     explicit consoleForm(QWidget *parent = nullptr);
-    /// Hands the line back where closing the window has not done so already.
+    /// Hands the line back unless closing the window has already done so.
     ~consoleForm() override;
 
 signals:

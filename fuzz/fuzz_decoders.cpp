@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Every payload decoder, and the words made of what it returns. Byte 0: which one.
+// Every payload decoder and the text made of its result. Byte 0: which decoder.
 #include "fuzz/input.h"
 #include "protocol/bist.h"
 #include "protocol/cmu.h"
@@ -27,9 +27,9 @@ namespace {
 using namespace protocol;
 using Decoder = void (*)(const QByteArray &payload);
 
-// What a report says fits what the payload held: no list is longer than its count byte and its bytes allow.
+// No list is longer than its count byte and the payload allow.
 constexpr std::size_t kMostCounted = 255;
-// A paragraph of a record is a short line, whatever the numbers in it are.
+// Paragraphs of a record are short, whatever their numbers are.
 constexpr int kLongestLine = 256;
 
 void requireLines(const QStringList &lines)

@@ -39,8 +39,7 @@ private:
     std::size_t m_left;
 };
 
-/// Lengths of pieces: with seed 0 all that is left, else from 1 to 64 with a liking for short ones. The same seed gives
-/// the same lengths.
+/// Lengths of pieces: with seed 0 everything that is left, else 1 to 64, mostly short. The same seed gives the same lengths.
 class Pieces
 {
 public:
