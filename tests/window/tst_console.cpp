@@ -1,19 +1,24 @@
 // SPDX-License-Identifier: MIT
 // The console: messages cut out of the stream, printed as a terminal prints them, keys sent, the line handed back.
+#include "app/mainwindow.h"
 #include "console/consoleform.h"
 #include "console/textframes.h"
 #include "link/serialline.h"
 #include "link/serialports.h"
 #include "protocol/frame.h"
+#include "support/boxanswerer.h"
 #include "support/rawline.h"
 
 #include <QApplication>
 #include <QClipboard>
+#include <QLineEdit>
 #include <QRandomGenerator>
 #include <QScrollBar>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextEdit>
+#include <QTimer>
 
 using protocol::ModuleId;
 
@@ -408,6 +413,33 @@ private slots:
         QCOMPARE(frames.take(textFrame("")), QStringList());
         QCOMPARE(frames.take("\xA5"), QStringList(""));
         QCOMPARE(frames.take(textFrame("a").mid(1)), QStringList("a"));
+    }
+
+    // The board is plugged in after the start; the console opens its port and hands it to the window.
+    void theWindowHearsALineThatTheConsoleOpened()
+    {
+        m_console.reset();
+        RawLine line;
+        const QTemporaryDir folder;
+        const QString board = folder.filePath(QStringLiteral("board"));
+        setAvailablePortNames([board] { return QStringList{board}; });
+        BoxAnswerer answers;
+        MainWindow window;
+        QVERIFY(answers.seen().value(0).startsWith("Warning|Serialport can not open, please check."));
+        QVERIFY(!gSerialPort->isOpen());
+        QVERIFY(QFile::link(line.tty(), board));
+
+        QTimer::singleShot(0, &window, [] {
+            for (QWidget *widget : QApplication::topLevelWidgets()) {
+                if (auto *console = qobject_cast<consoleForm *>(widget))
+                    console->close();
+            }
+        });
+        window.console_mode();
+        QVERIFY(gSerialPort->isOpen());
+        line.write(protocol::encodeFrame(ModuleId::Sys, 1, QByteArray(1, '\4')));
+        auto *mode = window.findChild<QLineEdit *>(QStringLiteral("lineEdit_sysworkmode"));
+        QTRY_COMPARE(mode->text(), QStringLiteral("RUN0"));
     }
 };
 
