@@ -3,6 +3,7 @@
 
 #include <QSocketNotifier>
 
+#include <algorithm>
 #include <utility>
 
 #include <errno.h>
@@ -100,8 +101,11 @@ void CuttingProxy::forwardToBoard()
     const QByteArray piece = nextPiece(m_toBoard);
     if (piece.isEmpty())
         return;
-    if (::write(m_board, piece.constData(), static_cast<size_t>(piece.size())) != piece.size())
-        qFatal("the board takes no bytes");
+    const ssize_t count = ::write(m_board, piece.constData(), static_cast<size_t>(piece.size()));
+    if (count != piece.size()) { // full: the board reads in its own time
+        m_toBoard.waiting.prepend(piece.mid(static_cast<int>(std::max<ssize_t>(count, 0))));
+        return m_toBoard.forward.start(kRetryMs);
+    }
     emit toBoard(piece);
 }
 

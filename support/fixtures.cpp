@@ -2,7 +2,11 @@
 #include "support/fixtures.h"
 
 #include "link/serialline.h"
+#include "link/commandchannel.h"
 #include "link/serialports.h"
+#include "support/wire.h"
+
+#include <QTest>
 
 void RealWindow::build(const QString &tty)
 {
@@ -36,6 +40,42 @@ QString WindowFixture::sent()
     QByteArray bytes = m_line.received();
     m_line.clear();
     return QString::fromLatin1(bytes).replace(QLatin1String("\r\n"), QLatin1String("|"));
+}
+
+QString WindowFixture::sentBy(const std::function<void()> &work)
+{
+    // What was sent before may still be on its way.
+    sendCommand(QStringLiteral("begin"));
+    if (!QTest::qWaitFor([this] { return m_line.received().endsWith("begin\r\n"); }))
+        return QStringLiteral("nothing arrives");
+    m_line.clear();
+    work();
+    sendCommand(QStringLiteral("end"));
+    if (!QTest::qWaitFor([this] { return m_line.received().endsWith("end\r\n"); }))
+        return QStringLiteral("nothing arrives");
+    return sent().chopped(4);
+}
+
+void WindowFixture::send(int module, int type, const char *payload)
+{
+    m_line.write(wire::frame(module, type, QByteArray::fromHex(payload)));
+}
+
+bool WindowFixture::show(int module, int type, const char *payload)
+{
+    return show(wire::frame(module, type, QByteArray::fromHex(payload)));
+}
+
+bool WindowFixture::show(const QByteArray &frames)
+{
+    // A report behind them says when they have been taken; the mode that stood there comes back.
+    auto *mode = find<QLineEdit>("lineEdit_sysworkmode");
+    const QString before = mode->text();
+    mode->clear();
+    m_line.write(frames + wire::frame(1, 1, QByteArray::fromHex("06")));
+    const bool shown = QTest::qWaitFor([mode] { return mode->text() == QLatin1String("RUN2"); });
+    mode->setText(before);
+    return shown;
 }
 
 BoardFixture::BoardFixture(const simulator::VirtualBoard::Options &options, Wire wire)

@@ -15,6 +15,7 @@
 #include <QStringList>
 #include <QTextEdit>
 
+#include <functional>
 #include <memory>
 
 /// Window and widgets by name; a name that does not exist ends the test program.
@@ -60,6 +61,14 @@ public:
     RawLine &line() { return m_line; }
     /// What the window sent since the last call, "get 1|get 9".
     QString sent();
+    /// What the window sends while `work` runs, "get 3|get 4|"; "nothing arrives" where the line is dead.
+    QString sentBy(const std::function<void()> &work);
+
+    /// Sends a report; the payload is in hexadecimal.
+    void send(int module, int type, const char *payload);
+    /// Sends reports and waits until the window has shown them. False where it does not.
+    bool show(int module, int type, const char *payload);
+    bool show(const QByteArray &frames);
 
 private:
     RawLine m_line;
