@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+// What comes late comes neither early nor much too late. The clock runs ahead while the window waits.
+#include "link/commandchannel.h"
+#include "link/linetraffic.h"
+#include "support/fixtures.h"
+
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+
+namespace {
+
+// Waits look at the clock in rounds of 10 ms, some stand in a row, and the machine may be busy.
+constexpr bool isAbout(qint64 ms, int wanted)
+{
+    return ms >= wanted - 1 && ms <= wanted + wanted / 4 + 250;
+}
+
+/// What the window sends while this lives, and when.
+class Log : public QObject
+{
+public:
+    Log()
+    {
+        m_clock.start();
+        connect(&lineTraffic(), &LineTraffic::sent, this, [this](const QByteArray &bytes) {
+            m_commands.append(QString::fromLatin1(bytes).trimmed());
+            m_times.append(static_cast<int>(m_clock.elapsed()));
+        });
+    }
+    /// Exactly these commands, and each wait between them as long as given.
+    bool fits(const QStringList &commands, const QList<int> &gaps) const
+    {
+        bool fits = m_commands == commands;
+        for (int i = 1; fits && i < m_times.size(); ++i) {
+            const int gap = m_times[i] - m_times[i - 1];
+            fits = isAbout(gap, gaps[i - 1]);
+        }
+        return fits;
+    }
+    QString text() const
+    {
+        QString words;
+        for (int i = 0; i < m_times.size(); ++i)
+            words += QStringLiteral("%1 ms: %2\n").arg(m_times[i]).arg(m_commands[i]);
+        return words;
+    }
+
+private:
+    QElapsedTimer m_clock;
+    QStringList m_commands;
+    QList<int> m_times;
+};
+
+using Action = void (*)(std::unique_ptr<WindowFixture> &window);
+
+} // namespace
+
+Q_DECLARE_METATYPE(Action)
+
+class TestTiming : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<WindowFixture> m_window;
+
+private slots:
+    void init() { m_window = std::make_unique<WindowFixture>(); }
+    void cleanup() { m_window.reset(); }
+
+    void commandsKeepTheirDistance_data()
+    {
+        QTest::addColumn<Action>("action");
+        QTest::addColumn<QStringList>("commands");
+        QTest::addColumn<QList<int>>("gaps");
+        const auto row = [](const char *sentence, Action action, const QStringList &commands, const QList<int> &gaps) {
+            QTest::newRow(sentence) << action << commands << gaps;
+        };
+        row("the start asks in turn",
+            [](std::unique_ptr<WindowFixture> &window) {
+                window.reset();
+                window = std::make_unique<WindowFixture>();
+            },
+            {"get 3", "get 4", "get 1", "get 9", "get 10", "get 0"}, {50, 0, 120, 120, 120});
+        row("memory errors are cleared in two steps",
+            [](std::unique_ptr<WindowFixture> &window) {
+                window->find<QPushButton>("pushButton_memu_faultstatus_clear")->click();
+            },
+            {"memu 2", "memu 3"}, {100});
+        row("clocks are asked for before their monitors",
+            [](std::unique_ptr<WindowFixture> &window) { window->find<QPushButton>("pushButton_CMU_update")->click(); },
+            {"get 3", "get 4"}, {100});
+        row("a configured interrupt is asked for",
+            [](std::unique_ptr<WindowFixture> &window) {
+                window->find<QPushButton>("pushButton_intcm_config")->click();
+            },
+            {"intcm IACK 0 0", "get 7"}, {200});
+        row("the clocks' page asks twice",
+            [](std::unique_ptr<WindowFixture> &window) {
+                window->find<QTabWidget>("tabWidget_safety")->setCurrentIndex(9);
+                window->find<QTabWidget>("tabWidget_safety")->setCurrentIndex(0);
+            },
+            {"get 3", "get 4"}, {50});
+        row("the refresh after a restart comes late and asks twice",
+            [](std::unique_ptr<WindowFixture> &window) {
+                sendCommand(QStringLiteral("restart"));
+                window->send(1, 5, "7F");
+                QTest::qWait(700);
+            },
+            {"restart", "get 3", "get 4"}, {300, 20});
+        row("a checksum is awaited in grey",
+            [](std::unique_ptr<WindowFixture> &window) {
+                sendCommand(QStringLiteral("press"));
+                window->find<QPushButton>("pushButton_CRC_set")->click();
+            },
+            {"press", "crc 1 0 0"}, {300});
+        row("a crossbar path blinks before its fault is injected",
+            [](std::unique_ptr<WindowFixture> &window) {
+                window->show(3, 1, "1F");
+                sendCommand(QStringLiteral("press"));
+                window->find<QPushButton>("pushButton_xbic_fault1")->click();
+            },
+            {"press", "inject 7 1"}, {6 * 150 + 2000});
+        row("clock limits move before their fault is injected",
+            [](std::unique_ptr<WindowFixture> &window) {
+                sendCommand(QStringLiteral("press"));
+                window->find<QPushButton>("pushButton_cmu_fault4")->click();
+            },
+            {"press", "inject 5 4"}, {8 * 150 + 6 * 150 + 1500});
+        row("a lost clock is shown before its fault is injected",
+            [](std::unique_ptr<WindowFixture> &window) {
+                sendCommand(QStringLiteral("press"));
+                window->find<QPushButton>("pushButton_cmu_fault3")->click();
+            },
+            {"press", "inject 5 3"}, {2200});
+    }
+
+    void commandsKeepTheirDistance()
+    {
+        QFETCH(Action, action);
+        QFETCH(QStringList, commands);
+        QFETCH(QList<int>, gaps);
+        const Log log;
+        action(m_window);
+        QVERIFY2(log.fits(commands, gaps), qPrintable(log.text()));
+    }
+
+    // NORMAL is shown 800 ms after the board has said so, whatever came meanwhile.
+    void normalComesLate()
+    {
+        auto *state = m_window->find<QLabel>("label_FCCU_status");
+        QVERIFY(m_window->show(12, 1, "03"));
+        QCOMPARE(state->text(), QStringLiteral("FAULT"));
+        QElapsedTimer clock;
+        clock.start();
+        m_window->send(12, 1, "01");
+        QTRY_COMPARE(state->text(), QStringLiteral("NORMAL"));
+        QVERIFY2(isAbout(clock.elapsed(), 800), qPrintable(QString::number(clock.elapsed())));
+        QCOMPARE(m_window->style("label_FCCU_status"), QStringLiteral("background-color: rgb(91,215,97)"));
+        QCOMPARE(state->accessibleDescription(), QStringLiteral("Green: NORMAL"));
+    }
+
+    void theEngineIsIdleAfterAWhile()
+    {
+        auto *status = m_window->find<QLabel>("label_cse_status_all");
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(m_window->show(15, 1, "00"));
+        QCOMPARE(status->text(), QStringLiteral("Processing"));
+        QTRY_COMPARE(status->text(), QStringLiteral("IDLE"));
+        QVERIFY2(isAbout(clock.elapsed(), 1200), qPrintable(QString::number(clock.elapsed())));
+    }
+};
+
+QTEST_MAIN(TestTiming)
+#include "tst_timing.moc"
