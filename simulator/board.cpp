@@ -84,14 +84,18 @@ void Board::execute(const QString &line)
         say(QStringLiteral("usage: %1").arg(first.usage()));
         return;
     }
+    if (m_defects.isIgnored(first.words))
+        return;
     for (std::size_t i = 0; i < found->size() && m_state == State::Running; ++i)
         m_commands[(*found)[i]].run(arguments);
 }
 
 void Board::send(ModuleId module, quint8 type, const QByteArray &payload)
 {
-    if (m_state == State::Running)
-        emit output(protocol::encodeFrame(module, type, payload));
+    if (m_state != State::Running)
+        return;
+    if (const auto sent = m_defects.sent(module, type, payload))
+        emit output(protocol::encodeFrame(module, type, *sent));
 }
 
 void Board::say(const QString &text)
@@ -103,18 +107,37 @@ void Board::say(const QString &text)
     emit said(text);
 }
 
-void Board::reportFault(quint8 source, double elapsedUs)
+void Board::detect(quint8 source, double elapsedUs, const std::function<void()> &record)
+{
+    if (m_defects.isMute(source))
+        return;
+    const int delayMs = m_defects.delayMs(source);
+    const auto notice = [this, source, time = elapsedUs + delayMs * 1000.0, record] {
+        if (m_defects.isReported(source))
+            report(source, time);
+        if (m_defects.isRecorded(source))
+            record();
+    };
+    if (delayMs > 0)
+        after(delayMs, notice);
+    else
+        notice();
+}
+
+void Board::report(quint8 source, double elapsedUs)
 {
     const Detection &detection = detectionOf(source);
     const double time = elapsedUs + detection.us + detection.spread * drawn(0, 1000) / 1000;
-    for (const auto &unit : m_units)
-        unit->faultReported(source, static_cast<float>(time));
+    for (int count = m_defects.reportsOf(source); count > 0; --count) {
+        for (const auto &unit : m_units)
+            unit->faultReported(m_defects.reportedAs(source), static_cast<float>(time));
+    }
 }
 
 void Board::clearFault(quint8 source)
 {
     for (const auto &unit : m_units)
-        unit->faultCleared(source);
+        unit->faultCleared(m_defects.reportedAs(source));
 }
 
 void Board::heal()
@@ -125,17 +148,20 @@ void Board::heal()
 
 void Board::restart(Reason reason, std::optional<quint8> source)
 {
-    if (m_state != State::Running)
+    const auto actual = m_defects.resetFor(reason);
+    if (m_state != State::Running || !actual)
         return;
     for (const auto &unit : m_units) {
-        if (unit->replacesReset(reason, source))
+        if (unit->replacesReset(reason))
             return;
     }
-    beginRestart(reason);
+    beginRestart(*actual, source);
 }
 
-void Board::beginRestart(Reason reason)
+void Board::beginRestart(Reason reason, std::optional<quint8> source)
 {
+    for (const auto &unit : m_units)
+        unit->restartBegins(reason, source);
     m_state = State::Restarting;
     const unsigned life = ++m_life;
     QTimer::singleShot(kRestartMs, this, [this, reason, life] {
@@ -148,10 +174,18 @@ void Board::finishRestart(Reason reason)
 {
     m_state = State::Running;
     for (const auto &unit : m_units)
-        unit->reset(kindOf(reason));
+        reset(*unit, kindOf(reason));
     send(ModuleId::Sys, protocol::sys::RestartNoticeReport, protocol::PayloadWriter().u8(0x7F).u8(0xFE).take());
     for (const auto &unit : m_units)
         unit->announce();
+}
+
+void Board::reset(Unit &unit, ResetKind kind)
+{
+    if (m_defects.isKept(unit.name()) && kind != ResetKind::PowerOn)
+        return;
+    const bool losesAll = m_defects.isLost(unit.name()) && kind == ResetKind::Functional;
+    unit.reset(losesAll ? ResetKind::Destructive : kind);
 }
 
 void Board::holdInReset()

@@ -5,6 +5,7 @@
 #include "protocol/moduleid.h"
 #include "protocol/reset.h"
 #include "simulator/command.h"
+#include "simulator/defects.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -21,6 +22,7 @@
 namespace simulator {
 
 class Unit;
+enum class ResetKind;
 
 using protocol::reset::Reason;
 
@@ -47,9 +49,14 @@ public:
     /// Sends a text message.
     void say(const QString &text);
 
-    /// A mechanism has detected the fault of this source, `elapsedUs` microseconds after it began: what the mechanism
-    /// itself takes (simulator/detection.h) is added.
-    void reportFault(quint8 source, double elapsedUs = 0);
+    /// The fault of this source, that began `elapsedUs` microseconds ago, comes to its mechanism: reports it, with what
+    /// the mechanism itself takes (simulator/detection.h) added, and then runs `record`, which keeps it in the
+    /// module's record and does what else follows.
+    void detect(quint8 source, double elapsedUs, const std::function<void()> &record);
+    void detect(quint8 source)
+    {
+        detect(source, 0, [] {});
+    }
     /// The fault status of this source has been cleared.
     void clearFault(quint8 source);
     /// Repairs what "sick" commands broke.
@@ -72,6 +79,9 @@ public:
 
     const std::vector<std::unique_ptr<Unit>> &units() const { return m_units; }
 
+    /// Gives the board a defect, see allDefects(); false where there is none of this name.
+    bool addDefect(const QString &name) { return m_defects.add(name); }
+
     static constexpr int kRestartMs = 200;
 
 signals:
@@ -84,14 +94,17 @@ private:
     enum class State { Running, Restarting, Held };
 
     const std::vector<std::size_t> *find(const QStringList &words) const;
-    void beginRestart(Reason reason);
+    void report(quint8 source, double elapsedUs);
+    void beginRestart(Reason reason, std::optional<quint8> source = {});
     void finishRestart(Reason reason);
+    void reset(Unit &unit, ResetKind kind);
     void sayHelp();
     void sayStatus();
 
     State m_state = State::Running;
     unsigned m_life = 0; // counts restarts, so that work of an earlier life is called off
     std::mt19937 m_random;
+    Defects m_defects;
     std::vector<Command> m_commands;
     QHash<QString, std::vector<std::size_t>> m_index; // places in m_commands by words
     std::vector<std::unique_ptr<Unit>> m_units;

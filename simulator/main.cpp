@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: MIT
 // virtual-board: the board as a process of its own, on a pseudo-terminal that it names on standard output.
+#include "simulator/commandline.h"
 #include "simulator/signals.h"
 #include "simulator/virtualboard.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QSocketNotifier>
 #include <QTextStream>
 
-#include <cmath>
-#include <cstdlib>
-
 #include <signal.h>
 #include <unistd.h>
+
+using namespace simulator;
 
 namespace {
 
@@ -29,37 +28,12 @@ void endWithStandardInput(QObject *context)
     });
 }
 
-[[noreturn]] void refuse(const QString &complaint)
+void checkStarted(VirtualBoard &board, const VirtualBoard::Options &options)
 {
-    QTextStream(stderr) << "virtual-board: " << complaint << Qt::endl;
-    std::exit(1);
-}
-
-// Reads a number from 0 to `highest`; anything else ends the program.
-double numberOf(const QCommandLineParser &parser, const QCommandLineOption &option, double highest)
-{
-    const QString text = parser.value(option);
-    bool isNumber = false;
-    const double number = text.toDouble(&isNumber);
-    if (!isNumber || !(number >= 0 && number <= highest))
-        refuse(QStringLiteral("--%1 takes a number from 0 to %2, not \"%3\"")
-                   .arg(option.names().constFirst())
-                   .arg(highest, 0, 'f', 0)
-                   .arg(text));
-    return number;
-}
-
-constexpr double kMaxSeconds = 86400;
-
-int millisecondsOf(const QCommandLineParser &parser, const QCommandLineOption &option)
-{
-    return static_cast<int>(std::lround(numberOf(parser, option, kMaxSeconds) * 1000));
-}
-
-QCommandLineOption number(const char *name, const char *help, const char *value, const char *standard = "0")
-{
-    return QCommandLineOption(QString::fromLatin1(name), QString::fromLatin1(help), QString::fromLatin1(value),
-                              QString::fromLatin1(standard));
+    if (board.line().tty().isEmpty())
+        refuse(QStringLiteral("no pseudo-terminal to be had"));
+    if (board.tty().isEmpty())
+        refuse(QStringLiteral("no link can be made at \"%1\"").arg(options.link));
 }
 
 } // namespace
@@ -70,58 +44,24 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("virtual-board"));
     QCoreApplication::setApplicationVersion(QStringLiteral(WORKBENCH_VERSION));
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("A model of the demonstration board on a pseudo-terminal."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption verbose(QStringLiteral("verbose"), QStringLiteral("Log each command on standard error."));
-    const QCommandLineOption noPace(QStringLiteral("no-pace"), QStringLiteral("Send as fast as the bytes are taken."));
-    const QCommandLineOption link(QStringLiteral("link"), QStringLiteral("Make PATH a symbolic link to the terminal."),
-                                  QStringLiteral("PATH"));
-    const QCommandLineOption withStdin(QStringLiteral("exit-with-stdin"),
-                                       QStringLiteral("End when standard input reaches its end."));
-    const auto seed = number("seed", "Seed of all chance (default 1).", "N", "1");
-    const auto packet =
-        number("packet", "Send in packets of BYTES, cut wherever they fall (default 62).", "BYTES", "62");
-    const auto powerCycle = number("power-cycle-after", "Power-cycle a board held in reset after SECONDS.", "SECONDS");
-    const auto noise = number("noise", "Flip each bit with this probability, both ways.", "RATE");
-    const auto drop = number("drop", "Lose each byte with this probability, both ways.", "RATE");
-    const auto duplicate = number("duplicate", "Double each byte with this probability, both ways.", "RATE");
-    const auto stall = number("stall", "Stop sending for SECONDS, each time after 5 to 15 times as long.", "SECONDS");
-    const auto hangUp =
-        number("hang-up", "Hang up AFTER seconds and come back 1 s later on a new terminal, again and again.", "AFTER");
-    parser.addOptions(
-        {verbose, noPace, seed, packet, powerCycle, noise, drop, duplicate, stall, hangUp, link, withStdin});
-    parser.process(application);
-
-    simulator::VirtualBoard::Options options;
-    options.seed = static_cast<quint32>(numberOf(parser, seed, 4294967295.0));
-    options.paced = !parser.isSet(noPace);
-    options.packetSize = static_cast<int>(numberOf(parser, packet, PtyLine::kMaxPacketSize));
-    options.powerCycleAfterMs = millisecondsOf(parser, powerCycle);
-    options.cable = {numberOf(parser, noise, 1), numberOf(parser, drop, 1), numberOf(parser, duplicate, 1),
-                     millisecondsOf(parser, stall), millisecondsOf(parser, hangUp)};
-    options.link = parser.value(link);
-    simulator::VirtualBoard board(options);
-    if (board.line().tty().isEmpty())
-        refuse(QStringLiteral("no pseudo-terminal to be had"));
-    if (board.tty().isEmpty())
-        refuse(QStringLiteral("no link can be made at \"%1\"").arg(options.link));
-    if (parser.isSet(verbose)) {
-        QObject::connect(&board.board(), &simulator::Board::executed, &application,
-                         [](const QString &line) { QTextStream(stderr) << line << Qt::endl; });
+    const CommandLine line = readCommandLine(application);
+    VirtualBoard board(line.board);
+    checkStarted(board, line.board);
+    if (line.verbose) {
+        QObject::connect(&board.board(), &Board::executed, &application,
+                         [](const QString &command) { QTextStream(stderr) << command << Qt::endl; });
     }
-    simulator::onSignals({SIGINT, SIGTERM, SIGHUP, SIGUSR1}, &application, [&board](int number) {
+    onSignals({SIGINT, SIGTERM, SIGHUP, SIGUSR1}, &application, [&board](int number) {
         if (number == SIGUSR1)
             board.board().powerCycle();
         else
             QCoreApplication::quit();
     });
-    if (parser.isSet(withStdin))
+    if (line.endsWithStandardInput)
         endWithStandardInput(&application);
 
     const auto nameTerminal = [&board] { QTextStream(stdout) << "tty: " << board.tty() << Qt::endl; };
-    QObject::connect(&board, &simulator::VirtualBoard::pluggedIn, &application, nameTerminal);
+    QObject::connect(&board, &VirtualBoard::pluggedIn, &application, nameTerminal);
     nameTerminal();
     return QCoreApplication::exec();
 }

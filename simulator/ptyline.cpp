@@ -14,6 +14,8 @@
 #include <termios.h>
 #include <unistd.h>
 
+namespace simulator {
+
 namespace {
 
 constexpr int kPaceMs = 1;
@@ -123,7 +125,6 @@ void PtyLine::setConnected(bool connected)
         if (m_master >= 0)
             tcflush(m_master, TCIOFLUSH);
     }
-    emit connectedChanged(connected);
 }
 
 void PtyLine::readAvailable()
@@ -182,3 +183,5 @@ void PtyLine::flush()
         m_sent = 0;
     }
 }
+
+} // namespace simulator

@@ -12,6 +12,8 @@
 
 class QSocketNotifier;
 
+namespace simulator {
+
 class PtyLine : public QObject
 {
     Q_OBJECT
@@ -46,7 +48,6 @@ public:
 
 signals:
     void received(const QByteArray &bytes);
-    void connectedChanged(bool connected);
 
 private:
     void readAvailable();
@@ -69,3 +70,5 @@ private:
     QTimer m_watch;
     std::unique_ptr<QSocketNotifier> m_readable;
 };
+
+} // namespace simulator

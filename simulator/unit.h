@@ -44,7 +44,9 @@ public:
     virtual void faultReported(quint8, float) {}
     virtual void faultCleared(quint8) {}
     /// Asked before a restart; true when another reset takes its place or the board stays in reset.
-    virtual bool replacesReset(Reason, std::optional<quint8>) { return false; }
+    virtual bool replacesReset(Reason) { return false; }
+    /// Told why a restart begins, and by which fault source where one caused it.
+    virtual void restartBegins(Reason, std::optional<quint8>) {}
 };
 
 } // namespace simulator

@@ -13,6 +13,8 @@ VirtualBoard::VirtualBoard(const Options &options, QObject *parent)
 {
     m_line.setPaced(options.paced);
     m_line.setPacketSize(options.packetSize);
+    for (const QString &name : options.defects)
+        m_board.addDefect(name);
     joinBoardAndLine();
     joinCableAndLine();
     m_cable.setFaults(options.cable);

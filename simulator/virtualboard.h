@@ -21,7 +21,8 @@ public:
         int packetSize = PtyLine::kPacketSize; // bytes
         int powerCycleAfterMs = 0;             // 0: a board held in reset waits for powerCycle()
         CableFaults cable;
-        QString link; // path of a symbolic link to the terminal; empty: none
+        QString link;        // path of a symbolic link to the terminal; empty: none
+        QStringList defects; // names of defects of the board
     };
 
     explicit VirtualBoard(const Options &options, QObject *parent = nullptr);

@@ -246,11 +246,15 @@ private:
         if (!kind || !state.enabled || state.latched)
             return;
         state.latched = true;
+        const quint8 lossId = monitor == kMc ? kCrystalLost : kSpiLost;
+        m_board.detect(*kind == cmu::ClockLoss ? lossId : clockOf(monitor).faultId, 0,
+                       [this, entry = cmu::FaultEntry{static_cast<quint8>(monitor), *kind}] { record(entry); });
+    }
+
+    void record(const cmu::FaultEntry &entry)
+    {
         if (m_record.size() < kMaxRecord)
-            m_record.push_back({static_cast<quint8>(monitor), static_cast<quint8>(*kind)});
-        m_board.reportFault(*kind != cmu::ClockLoss ? clockOf(monitor).faultId
-                                : monitor == kMc    ? kCrystalLost
-                                                    : kSpiLost);
+            m_record.push_back(entry);
         sendRecord();
     }
 
@@ -306,7 +310,7 @@ private:
                 continue;
             m_generators &= ~(1U << generator.bit);
             if (generator.faultId)
-                m_board.reportFault(*generator.faultId);
+                m_board.detect(*generator.faultId);
             sendClocks();
             return;
         }

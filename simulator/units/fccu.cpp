@@ -92,7 +92,7 @@ private:
     void raise(const QString &text)
     {
         if (const auto source = decimal(text, 255))
-            m_board.reportFault(static_cast<quint8>(*source));
+            m_board.detect(static_cast<quint8>(*source));
         else
             m_board.say(QStringLiteral("a fault source is a number from 0 to 255"));
     }

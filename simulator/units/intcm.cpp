@@ -154,10 +154,14 @@ private:
     {
         intcm::Channel &late = m_channels[i];
         late.timer = std::min(late.latency + static_cast<quint32>(m_board.drawn(1, kMaxReadOut)), kMaxLatency);
+        m_board.detect(static_cast<quint8>(kFirstFault + i), static_cast<double>(late.latency) / intcm::kCountsPerUs,
+                       [this, late] { record(late); });
+    }
+
+    void record(const intcm::Channel &late)
+    {
         if (m_record.size() < kMaxRecord)
             m_record.push_back(late);
-        m_board.reportFault(static_cast<quint8>(kFirstFault + i),
-                            static_cast<double>(late.latency) / intcm::kCountsPerUs);
         sendStatus();
         sendRecord();
     }

@@ -37,7 +37,6 @@ constexpr std::array memories = std::to_array<Memory>({
     {"peripheral RAM", addressmap::peripheralRam, true, 2, 1, 19, 20, 21},
     {"system RAM", addressmap::systemRam, true, 10, 1, 16, 17, 18},
 });
-constexpr std::size_t kSystemRam = 2;
 constexpr quint8 kCacheFault = 96;
 constexpr quint32 kCacheLine = 32; // bytes
 constexpr int kCacheLines = 128;
@@ -89,10 +88,7 @@ private:
     {
         const quint32 line = kCacheLine * static_cast<quint32>(m_board.drawn(0, kCacheLines - 1));
         const memu::Fault fault = {memu::SramCorrectable, addressmap::systemRam.base + line};
-        if (held(fault.type) < memories[kSystemRam].correctable)
-            m_record.push_back(fault);
-        m_board.reportFault(kCacheFault);
-        sendRecord();
+        m_board.detect(kCacheFault, 0, [this, fault] { record(fault); });
     }
 
     std::size_t held(quint8 type) const
@@ -106,14 +102,28 @@ private:
     {
         const bool correctable = type % 2 == 0;
         const memu::Fault fault = {type, address};
-        const bool known = std::find(m_record.begin(), m_record.end(), fault) != m_record.end();
-        if (!known && held(type) >= (correctable ? memory.correctable : memory.uncorrectable)) {
-            m_board.reportFault(memory.overflowFault);
-            return;
-        }
-        if (!known)
+        if (!isKnown(fault) && held(type) >= capacity(type))
+            m_board.detect(memory.overflowFault);
+        else
+            m_board.detect(correctable ? memory.correctableFault : memory.uncorrectableFault, 0,
+                           [this, fault] { record(fault); });
+    }
+
+    bool isKnown(const memu::Fault &fault) const
+    {
+        return std::find(m_record.begin(), m_record.end(), fault) != m_record.end();
+    }
+
+    static std::size_t capacity(quint8 type)
+    {
+        const Memory &memory = memories[type / 2];
+        return type % 2 == 0 ? memory.correctable : memory.uncorrectable;
+    }
+
+    void record(const memu::Fault &fault)
+    {
+        if (!isKnown(fault) && held(fault.type) < capacity(fault.type))
             m_record.push_back(fault);
-        m_board.reportFault(correctable ? memory.correctableFault : memory.uncorrectableFault);
         sendRecord();
     }
 

@@ -138,9 +138,13 @@ private:
 
     void detect(quint8 code, double elapsedUs = 0)
     {
+        m_board.detect(faultIds[code], elapsedUs, [this, code] { record(code); });
+    }
+
+    void record(quint8 code)
+    {
         if (m_record.size() < kMaxRecord)
             m_record.append(static_cast<char>(code));
-        m_board.reportFault(faultIds[code], elapsedUs);
         sendRecord();
     }
 

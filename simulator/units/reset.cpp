@@ -57,10 +57,8 @@ public:
 
     void reset(ResetKind kind) override
     {
-        if (kind == ResetKind::PowerOn) {
-            m_reason = Reason::PowerOn;
+        if (kind == ResetKind::PowerOn)
             m_destructive = {};
-        }
         if (kind != ResetKind::Functional)
             m_functional = {kDefaultThreshold, 0};
     }
@@ -82,7 +80,7 @@ public:
     }
 
     // Counts resets; the one that reaches a threshold becomes a destructive one, or keeps the chip in reset.
-    bool replacesReset(Reason reason, std::optional<quint8> source) override
+    bool replacesReset(Reason reason) override
     {
         const ResetKind kind = kindOf(reason);
         if (kind == ResetKind::Functional && m_functional.step()) {
@@ -93,9 +91,13 @@ public:
             hold();
             return true;
         }
+        return false;
+    }
+
+    void restartBegins(Reason reason, std::optional<quint8> source) override
+    {
         m_reason = reason;
         m_source = source;
-        return false;
     }
 
 private:

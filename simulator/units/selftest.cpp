@@ -110,9 +110,9 @@ private:
     void evaluate()
     {
         if (m_failedLogic.any())
-            m_board.reportFault(kCriticalFault);
+            m_board.detect(kCriticalFault);
         else if (m_failedCuts.any())
-            m_board.reportFault(kNonCriticalFault);
+            m_board.detect(kNonCriticalFault);
     }
 
     Board &m_board;

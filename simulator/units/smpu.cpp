@@ -183,9 +183,15 @@ private:
                 QStringLiteral("access to 0x%1 allowed: no fault").arg(access.address, 8, 16, QLatin1Char('0')));
             return;
         }
+        m_board.detect(region->selector == kSmpu0Region ? kSmpu0Fault : kSmpu1Fault, 0, [this, access] {
+            record({access.master, access.write, access.address});
+        });
+    }
+
+    void record(const smpu::Fault &fault)
+    {
         if (m_record.size() < kMaxRecord)
-            m_record.push_back({access.master, access.write, access.address});
-        m_board.reportFault(region->selector == kSmpu0Region ? kSmpu0Fault : kSmpu1Fault);
+            m_record.push_back(fault);
         sendRecord();
     }
 

@@ -75,9 +75,13 @@ private:
 
     void detect(const MemoryFault &fault)
     {
+        m_board.detect(fault.faultId, 0, [this, code = fault.code] { record(code); });
+    }
+
+    void record(quint32 code)
+    {
         if (m_record.size() < kMaxRecord)
-            m_record.push_back(fault.code);
-        m_board.reportFault(fault.faultId);
+            m_record.push_back(code);
         sendRecord();
     }
 

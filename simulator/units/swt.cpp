@@ -171,8 +171,9 @@ private:
     // The firmware shows the fault before the reset follows.
     void bark(double elapsedUs)
     {
-        m_board.reportFault(kFirstFault, elapsedUs);
-        m_board.after(kReactionMs, [this] { m_board.restart(Reason::FccuLong, kFirstFault); });
+        m_board.detect(kFirstFault, elapsedUs, [this] {
+            m_board.after(kReactionMs, [this] { m_board.restart(Reason::FccuLong, kFirstFault); });
+        });
     }
 
     Board &m_board;

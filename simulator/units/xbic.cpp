@@ -106,9 +106,15 @@ private:
         const auto syndrome = static_cast<quint8>(1U << m_board.drawn(0, 7));
         const quint32 address =
             path.range.base + 4 * static_cast<quint32>(m_board.drawn(0, static_cast<int>(path.range.size / 4) - 1));
+        m_board.detect(path.faultId, 0, [this, checker, path, syndrome, address] {
+            record({static_cast<quint8>(checker), path.master, path.slave, syndrome, address});
+        });
+    }
+
+    void record(const xbic::Fault &fault)
+    {
         if (m_record.size() < kMaxRecord)
-            m_record.push_back({static_cast<quint8>(checker), path.master, path.slave, syndrome, address});
-        m_board.reportFault(path.faultId);
+            m_record.push_back(fault);
         sendRecord();
     }
 

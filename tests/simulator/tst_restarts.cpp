@@ -106,7 +106,7 @@ private slots:
         run("inject 1");
         m_recorder->take();
         run("get 1");
-        m_board->reportFault(1);
+        m_board->detect(1);
         QCOMPARE(m_recorder->take(), QString());
     }
 
