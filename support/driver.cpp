@@ -45,7 +45,7 @@ QString onOff(bool on)
 
 QString textOfButton(const QAbstractButton *button)
 {
-    return button->isCheckable() ? button->text() + QLatin1Char(' ') + onOff(button->isChecked()) : QString();
+    return button->isCheckable() ? onOff(button->isChecked()) : QString();
 }
 
 } // namespace

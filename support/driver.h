@@ -44,7 +44,7 @@ bool isOurs(const QObject *object);
 
 /// What the window's status bar says of the port.
 QString portState(const QMainWindow &window);
-/// What a widget says: its text or number; for what can be checked "[on]" or "[off]" behind its caption.
+/// What a widget says: its text or number; for what can be checked "[on]" or "[off]".
 QString textOf(const QWidget *widget);
 
 } // namespace driver

@@ -134,6 +134,7 @@ private slots:
         BoxAnswerer answers;
         m_bench->window().Serialport_close();
         m_bench->window().Serialport_close();
+        QVERIFY2(m_bench->portState().endsWith(" - closed"), qPrintable(m_bench->portState()));
         m_bench->line().clear();
         sendCommand(QStringLiteral("get 1"));
         m_bench->window().Serialport_open();

@@ -14,6 +14,7 @@
 #include <QLCDNumber>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QStackedWidget>
 #include <QTabWidget>
@@ -157,6 +158,20 @@ private slots:
         }
         QCOMPARE(missing, QStringList());
         QVERIFY(count > 300);
+    }
+
+    // A caption is quoted as it stands on the button.
+    void everyCaptionIsQuoted()
+    {
+        QStringList missing;
+        const auto buttons = m_bench->window().centralWidget()->findChildren<QPushButton *>();
+        for (const QPushButton *button : buttons) {
+            const QString caption = button->text().simplified();
+            if (driver::isOurs(button) && !caption.isEmpty() && button->isVisibleTo(button->parentWidget())
+                && !m_manual.simplified().contains(QStringLiteral("**%1**").arg(caption)))
+                missing.append(button->objectName() + QStringLiteral(": ") + caption);
+        }
+        QVERIFY2(missing.isEmpty(), qPrintable(missing.join(QLatin1Char('\n'))));
     }
 
     // Every name that a comment gives is that of a widget or an entry.

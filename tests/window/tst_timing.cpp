@@ -152,11 +152,11 @@ private slots:
     void normalComesLate()
     {
         auto *state = m_window->find<QLabel>("label_FCCU_status");
-        QVERIFY(m_window->show(12, 1, "03"));
-        QCOMPARE(state->text(), QStringLiteral("FAULT"));
         QElapsedTimer clock;
         clock.start();
         m_window->send(12, 1, "01");
+        QVERIFY(m_window->show(12, 1, "03"));
+        QCOMPARE(state->text(), QStringLiteral("FAULT"));
         QTRY_COMPARE(state->text(), QStringLiteral("NORMAL"));
         QVERIFY2(isAbout(clock.elapsed(), 800), qPrintable(QString::number(clock.elapsed())));
         QCOMPARE(m_window->style("label_FCCU_status"), QStringLiteral("background-color: rgb(91,215,97)"));
