@@ -20,8 +20,8 @@ public:
 private:
     // Positions count the bytes of the stream; a frame is [at, end).
     struct Frame {
-        qint64 at;
-        qint64 end;
+        qint64 at = 0;
+        qint64 end = 0;
     };
 
     qint64 size() const { return m_base + m_bytes.size(); }

@@ -25,10 +25,10 @@ QStringList takeInPieces(const QByteArray &bytes, uint8_t seed)
 {
     Pieces pieces(seed);
     FuzzInput input(reinterpret_cast<const uint8_t *>(bytes.constData()), static_cast<std::size_t>(bytes.size()));
-    TextFrames frames;
+    TextFrames parser;
     QStringList texts;
     while (!input.isEmpty())
-        texts += frames.take(input.bytes(pieces.next()));
+        texts += parser.take(input.bytes(pieces.next()));
     return texts;
 }
 

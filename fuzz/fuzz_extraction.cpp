@@ -19,9 +19,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         if (chunk.isEmpty())
             continue;
         const bool continues = plain.rxPending && plain.rxRemainder.startsWith(protocol::kSync0);
-        const QByteArray data = continues ? plain.rxRemainder + chunk : chunk;
+        const QByteArray joined = continues ? plain.rxRemainder + chunk : chunk;
         plain.rxRemainder.clear();
-        plain.rxPending = literal::extractFrames(data, plain.rxFrames, plain.rxRemainder, plain.rxPartialCount);
+        plain.rxPending = literal::extractFrames(joined, plain.rxFrames, plain.rxRemainder, plain.rxPartialCount);
         require(state.rxFrames == plain.rxFrames, "same frames");
         require(state.rxPending == plain.rxPending && state.rxRemainder == plain.rxRemainder, "same remainder");
         require(state.rxPartialCount == plain.rxPartialCount, "same count of incomplete frames");
