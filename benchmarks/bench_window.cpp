@@ -5,6 +5,7 @@
 #include "app/application.h"
 #include "console/consoleform.h"
 #include "link/serialline.h"
+#include "protocol/fccu.h"
 #include "protocol/payload.h"
 #include "support/fixtures.h"
 
@@ -26,6 +27,7 @@
 namespace {
 
 constexpr double kBytesPerSecond = 195840;
+constexpr int kFaults = protocol::fccu::kSourceCount;
 
 struct Report {
     const char *name;
@@ -57,7 +59,6 @@ constexpr Report reports[] = {
     {"voltage record", 10, 2, "02 01 02", "03 00 01 02", 7},
     {"watchdog", 11, 1, "58 00007D00 0000FA00", "40 0000FA00 00007D00", 8},
     {"fault state", 12, 1, "02", "03", 0},
-    {"fault", 12, 2, "1C 3F800000", "2F 40000000", 0},
     {"reset reasons", 13, 1, "00 004000", "00 000200", 0},
     {"escalation", 13, 4, "0F 00", "00 0F", 0},
     {"power chip", 14, 1, "00 00", "00 FF", 6},
@@ -147,18 +148,31 @@ QByteArray encodedRecord(const Report &report, const char *entry)
                                  QByteArray(1, '\xFF') + QByteArray::fromHex(entry).repeated(255));
 }
 
-void decoding(benchmark::State &state, const Report &report, const QByteArray &pair, int pairs)
+// `round` holds that many frames and is sent so many times.
+void decoding(benchmark::State &state, int page, const QByteArray &round, int framesPerRound, int rounds)
 {
-    turnTo(report.page);
+    turnTo(page);
     double seconds = 0;
     for (auto _ : state) {
-        const double taken = secondsFor(pair.repeated(pairs));
+        const double taken = secondsFor(round.repeated(rounds));
         seconds += taken;
         state.SetIterationTime(taken);
     }
-    const double frames = 2.0 * pairs * static_cast<double>(state.iterations());
-    state.counters["us_a_frame"] = seconds / frames * 1e6;
-    state.counters["line_rate"] = frames / 2 * pair.size() / kBytesPerSecond / seconds;
+    const double sent = rounds * static_cast<double>(state.iterations());
+    state.counters["us_a_frame"] = seconds / (sent * framesPerRound) * 1e6;
+    state.counters["line_rate"] = sent * round.size() / kBytesPerSecond / seconds;
+}
+
+// Every fault of the table, none behind its like.
+QByteArray differentFaults()
+{
+    QByteArray frames;
+    for (int i = 0; i < kFaults; ++i) {
+        frames += protocol::encodeFrame(
+            protocol::ModuleId::Fccu, 2,
+            protocol::PayloadWriter().u8(static_cast<unsigned>(i * 37 % kFaults)).f32be(static_cast<float>(i)).take());
+    }
+    return frames;
 }
 
 // The time from the first byte to the block in the log.
@@ -177,14 +191,20 @@ double residentMegabytes()
     return file.readAll().split(' ').value(1).toDouble() * 4096 / 1e6;
 }
 
-// The line full for ten seconds with every report of the table in turn: how long the event loop is away at a time, and
-// how many of the text messages among them are missing at the end.
-void fullLine(benchmark::State &state)
+// Every report of the table.
+QByteArray allReports()
 {
-    turnTo(0);
-    QByteArray round;
+    QByteArray round = differentFaults().left(2 * 17);
     for (const Report &report : reports)
         round += encoded(report, report.first) + encoded(report, report.second);
+    return round;
+}
+
+// The line full for ten seconds with `round` again and again, a page in front: how long the event loop is away at a time,
+// and how many of the text messages are missing at the end, of which a round has two.
+void fullLine(benchmark::State &state, int page, const QByteArray &round)
+{
+    turnTo(page);
     auto *messages = bench().find<QTextEdit>("textBrowser_temp")->document();
     std::vector<double> gaps;
     QElapsedTimer sinceTurn;
@@ -276,14 +296,18 @@ int main(int argc, char **argv)
     Application application(argc, argv);
     for (const Report &report : reports) {
         const QByteArray pair = encoded(report, report.first) + encoded(report, report.second);
-        benchmark::RegisterBenchmark(report.name, decoding, report, pair, 1500)
+        benchmark::RegisterBenchmark(report.name, decoding, report.page, pair, 2, 1500)
             ->UseManualTime()
             ->Unit(benchmark::kMillisecond)
             ->Iterations(3);
     }
+    benchmark::RegisterBenchmark("fault", decoding, 0, differentFaults(), kFaults, 3000 / kFaults)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(3);
     for (const Report &report : records) {
         const QByteArray pair = encodedRecord(report, report.first) + encodedRecord(report, report.second);
-        benchmark::RegisterBenchmark(report.name, decoding, report, pair, 100)
+        benchmark::RegisterBenchmark(report.name, decoding, report.page, pair, 2, 100)
             ->UseManualTime()
             ->Unit(benchmark::kMillisecond)
             ->Iterations(3);
@@ -292,7 +316,14 @@ int main(int argc, char **argv)
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond)
         ->Iterations(5);
-    benchmark::RegisterBenchmark("full line", fullLine)->UseManualTime()->Unit(benchmark::kSecond)->Iterations(1);
+    benchmark::RegisterBenchmark("full line", fullLine, 0, allReports())
+        ->UseManualTime()
+        ->Unit(benchmark::kSecond)
+        ->Iterations(1);
+    benchmark::RegisterBenchmark("full line with blocks", fullLine, 4, allReports() + largestChecksum())
+        ->UseManualTime()
+        ->Unit(benchmark::kSecond)
+        ->Iterations(1);
     benchmark::RegisterBenchmark("console lines", consoleLines)->UseManualTime()->Iterations(1);
     benchmark::RegisterBenchmark("fault growth", growth)
         ->Arg(1000000)
