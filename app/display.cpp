@@ -1,25 +1,83 @@
 // SPDX-License-Identifier: MIT
 #include "app/display.h"
 
+#include <QAbstractButton>
+#include <QGroupBox>
 #include <QHash>
+#include <QLCDNumber>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPair>
+#include <QPointer>
+#include <QSpinBox>
 #include <QTextEdit>
 
 #include <utility>
+#include <vector>
 
 namespace display {
 
 namespace {
 
-int batches = 0;
-QHash<const void *, std::function<void()>> waiting;
+struct Work {
+    QPointer<QWidget> widget;
+    std::function<void()> run;
+};
 
-void flush()
+// The works of an arrival, found by widget and aspect, done in the order of the first request for each.
+class Queue
 {
-    const auto works = std::exchange(waiting, {});
-    for (const auto &work : works)
-        work();
+public:
+    void put(QWidget *widget, Aspect aspect, std::function<void()> run)
+    {
+        const Key key(widget, static_cast<int>(aspect));
+        const auto place = m_places.constFind(key);
+        if (place != m_places.constEnd()) {
+            Work &work = m_works[*place];
+            work = {widget,
+                    std::move(run)}; // the widget, too: another one may have got the address of one that is gone
+            return;
+        }
+        m_places.insert(key, m_works.size());
+        m_works.push_back({widget, std::move(run)});
+    }
+
+    void run() const
+    {
+        for (const Work &work : m_works) {
+            if (work.widget)
+                work.run();
+        }
+    }
+
+private:
+    using Key = QPair<const QWidget *, int>;
+
+    QHash<Key, std::size_t> m_places;
+    std::vector<Work> m_works;
+};
+
+int batches = 0;
+Queue waiting;
+std::vector<std::function<void()>> behind; // the arrival
+
+void show()
+{
+    std::exchange(waiting, {}).run();
+}
+
+// The text of a label or a field.
+template <class Widget> void setText(Widget *widget, const QString &text)
+{
+    later(widget, Aspect::Content, [widget, text] {
+        if (widget->text() != text)
+            widget->setText(text);
+    });
+}
+
+template <class Widget> void setChecked(Widget *widget, bool on)
+{
+    later(widget, Aspect::State, [widget, on] { widget->setChecked(on); });
 }
 
 } // namespace
@@ -32,12 +90,15 @@ Batch::Batch()
 Batch::~Batch()
 {
     --batches;
-    flush();
+    show();
+    const auto works = std::exchange(behind, {});
+    for (const auto &work : works)
+        work();
 }
 
 Pause::Pause() : m_batches(std::exchange(batches, 0))
 {
-    flush();
+    show();
 }
 
 Pause::~Pause()
@@ -45,33 +106,55 @@ Pause::~Pause()
     batches = m_batches;
 }
 
-void later(const void *key, const std::function<void()> &work)
+void later(QWidget *widget, Aspect aspect, std::function<void()> work)
 {
     if (batches > 0)
-        waiting.insert(key, work);
+        waiting.put(widget, aspect, std::move(work));
+    else
+        work();
+}
+
+void afterArrival(std::function<void()> work)
+{
+    if (batches > 0)
+        behind.push_back(std::move(work));
     else
         work();
 }
 
 void text(QLabel *label, const QString &text)
 {
-    later(label, [label, text] {
-        if (label->text() != text)
-            label->setText(text);
-    });
+    setText(label, text);
 }
 
 void text(QLineEdit *field, const QString &text)
 {
-    later(field, [field, text] {
-        if (field->text() != text)
-            field->setText(text);
-    });
+    setText(field, text);
 }
 
 void text(QTextEdit *box, const QString &text)
 {
-    later(box, [box, text] { box->setPlainText(text); });
+    later(box, Aspect::Content, [box, text] { box->setPlainText(text); });
+}
+
+void checked(QAbstractButton *button, bool on)
+{
+    setChecked(button, on);
+}
+
+void checked(QGroupBox *group, bool on)
+{
+    setChecked(group, on);
+}
+
+void value(QSpinBox *box, int value)
+{
+    later(box, Aspect::Content, [box, value] { box->setValue(value); });
+}
+
+void value(QLCDNumber *counter, int value)
+{
+    later(counter, Aspect::Content, [counter, value] { counter->display(value); });
 }
 
 } // namespace display

@@ -1,23 +1,27 @@
 // SPDX-License-Identifier: MIT
-// Putting what was decoded on the screen: only what changed, and once for all frames of one arrival.
+// Puts what was decoded on the screen: only what changed, and once for all frames of one arrival.
 //
-// A widget takes 10 to 20 microseconds to repaint, a frame on the line about 70. So while an arrival's frames are
-// decoded (a Batch lives), what they show is noted per widget and shown once at the end; outside a batch at once.
+// A widget takes 10 to 20 microseconds to repaint, a frame on the line about 70. So while the frames of an arrival are
+// decoded (a Batch lives), the latest work for each aspect of each widget waits for the batch's end; outside a batch
+// everything is done at once.
 #pragma once
 
 #include <QString>
 
 #include <functional>
 
-class QLabel;
+class QAbstractButton;
+class QGroupBox;
 class QLCDNumber;
+class QLabel;
 class QLineEdit;
+class QSpinBox;
 class QTextEdit;
 class QWidget;
 
 namespace display {
 
-/// While one lives, what is shown waits for its end. They nest; the end of any shows all that waits.
+/// While one lives, what is shown waits. Batches nest; the end of any of them shows everything that waits.
 class Batch
 {
 public:
@@ -27,7 +31,7 @@ public:
     Batch &operator=(const Batch &) = delete;
 };
 
-/// While one lives, nothing waits: for code that processes events, so that what happens inside is seen.
+/// While one lives, nothing waits: for code that processes events, so that what happens meanwhile is seen.
 class Pause
 {
 public:
@@ -40,13 +44,30 @@ private:
     int m_batches;
 };
 
-/// Runs `work` at once, or at the batch's end; of several works for one `key` only the latest.
-void later(const void *key, const std::function<void()> &work);
+/// What a work changes of its widget.
+enum class Aspect {
+    Content, // text, number, entries
+    State,   // checked or not
+    Style,   // style sheet, ink, description
+};
+
+/// Does `work` at the batch's end, in the order in which the aspects were first asked for. A later work for the same
+/// aspect of the same widget takes the place of an earlier one; a work whose widget is gone by then is dropped.
+void later(QWidget *widget, Aspect aspect, std::function<void()> work);
+
+/// Does `work` when everything of the arrival has been decoded and shown.
+void afterArrival(std::function<void()> work);
 
 /// Set the text where it differs.
 void text(QLabel *label, const QString &text);
 void text(QLineEdit *field, const QString &text);
 /// Plain text, whatever it holds.
 void text(QTextEdit *box, const QString &text);
+
+void checked(QAbstractButton *button, bool on);
+void checked(QGroupBox *group, bool on);
+
+void value(QSpinBox *box, int value);
+void value(QLCDNumber *counter, int value);
 
 } // namespace display

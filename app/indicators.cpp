@@ -4,8 +4,9 @@
 #include "app/display.h"
 
 #include <QHash>
+#include <QLabel>
+#include <QLineEdit>
 #include <QRegularExpression>
-#include <QWidget>
 
 namespace indicator {
 
@@ -78,21 +79,37 @@ void paintNow(QWidget *widget, const QString &styleSheet, const QString &meaning
 
 } // namespace
 
+QString background(const QString &colour)
+{
+    return QStringLiteral("background-color: ") + colour;
+}
+
 QString background(const char *colour)
 {
-    return QStringLiteral("background-color: ") + QString::fromLatin1(colour);
+    return background(QString::fromLatin1(colour));
 }
 
 void paint(QWidget *widget, const QString &styleSheet, const QString &meaning, const char *ink)
 {
-    // A label's text waits under the label's own address, its colour under that of a part of it.
-    display::later(reinterpret_cast<const char *>(widget) + 1,
+    display::later(widget, display::Aspect::Style,
                    [widget, styleSheet, meaning, ink] { paintNow(widget, styleSheet, meaning, ink); });
 }
 
 void paint(QWidget *widget, const char *colour, const QString &meaning, const char *ink)
 {
     paint(widget, background(colour), meaning, ink);
+}
+
+void state(QLabel *label, const QString &text, const QString &styleSheet, const char *ink)
+{
+    display::text(label, text);
+    paint(label, styleSheet, text, ink);
+}
+
+void state(QLineEdit *field, const QString &text, const QString &styleSheet, const char *ink)
+{
+    display::text(field, text);
+    paint(field, styleSheet, text, ink);
 }
 
 } // namespace indicator

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+class QLabel;
+class QLineEdit;
 class QWidget;
 
 namespace indicator {
@@ -14,6 +16,7 @@ inline constexpr char kGrey[] = "rgb(200,200,200)";
 inline constexpr char kWhite[] = "rgb(255, 255, 255)";
 
 /// "background-color: " and the colour, without an end.
+QString background(const QString &colour);
 QString background(const char *colour);
 
 /// Inks of the application's style sheet: its rules [ink="white"] and [ink="dark"]; none leaves the rule of the class.
@@ -28,5 +31,9 @@ void paint(QWidget *widget, const QString &styleSheet, const QString &meaning = 
 
 /// The same with background(colour).
 void paint(QWidget *widget, const char *colour, const QString &meaning = QString(), const char *ink = kNoInk);
+
+/// Shows text and colour that belong together; the description says the text.
+void state(QLabel *label, const QString &text, const QString &styleSheet, const char *ink = kNoInk);
+void state(QLineEdit *field, const QString &text, const QString &styleSheet, const char *ink = kNoInk);
 
 } // namespace indicator

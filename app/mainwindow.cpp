@@ -60,6 +60,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_uniq
     loadResources();
     applyLook();
     setupForm(*ui, *this);
+    makePages();
     m_recorder = new LineRecorder(*this);
     connect(m_recorder, &LineRecorder::saved, this, [this](const QString &path) {
         statusBar()->showMessage(QStringLiteral("Recording saved: ") + path, kSavedShownMs);
@@ -139,7 +140,6 @@ void MainWindow::prepareForm()
     statusBar()->addWidget(m_portState, 1);
     showPortState();
     prepareInputs();
-    prepareCse();
 }
 
 // What the board can read is what can be typed.

@@ -57,11 +57,11 @@ void informOnce(QWidget *parent, const QString &title, const QString &text, QMes
         return;
     }
     shown.insert(words);
-    QMessageBox box(QMessageBox::Information, title, text, button, parent);
+    QMessageBox box(QMessageBox::Information, title, text, button, boxParent(parent));
     open.push_back(&box);
     answerTo(box, QMessageBox::NoButton);
     open.pop_back();
     counted.clear();
     // Reports that came meanwhile are still to be walked through: they count as answered with this box.
-    display::later(&*shown.find(words), [words] { shown.erase(words); });
+    display::afterArrival([words] { shown.erase(words); });
 }

@@ -10,9 +10,13 @@
 #include <QTextDocument>
 #include <QTextEdit>
 
+#include <utility>
+
 namespace textview {
 
 namespace {
+
+constexpr int kLongReport = 100'000; // characters: more than any view shows
 
 // Lines of one report are lines of one paragraph: a paragraph costs several times what a line does.
 QString inOneParagraph(QString report)
@@ -25,8 +29,12 @@ QString inOneParagraph(QString report)
 void insertAtEnd(QTextEdit &view, const QStringList &reports)
 {
     QStringList paragraphs;
-    for (const QString &report : reports)
+    for (const QString &report : reports) {
         paragraphs.append(inOneParagraph(report));
+        // A scroll bar that appears would make the view narrower and everything be laid out twice.
+        if (report.size() > kLongReport)
+            view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    }
     QTextCursor cursor(view.document());
     cursor.movePosition(QTextCursor::End);
     cursor.beginEditBlock();
@@ -36,8 +44,9 @@ void insertAtEnd(QTextEdit &view, const QStringList &reports)
     cursor.endEditBlock();
 }
 
-// A text's layout takes 8,388,607 pixels for endless: behind them a word that is wider than the view never ends.
-constexpr int kTallestPixels = 6'000'000; // and room for what one arrival may add
+// Qt's text layout treats 8,388,607 pixels as infinite: beyond that height, laying out a word that is wider than the view
+// never finishes.
+constexpr int kMaxLogHeight = 6'000'000; // with room for what one arrival may add
 
 QTextBlock firstVisible(const QTextDocument &document)
 {
@@ -75,13 +84,13 @@ void append(QTextEdit &view, const QStringList &reports)
 
 void foldOlder(QTextEdit &view)
 {
-    if (view.verticalScrollBar()->maximum() <= kTallestPixels)
+    if (view.verticalScrollBar()->maximum() <= kMaxLogHeight)
         return;
     QTextDocument &document = *view.document();
     const QAbstractTextDocumentLayout &layout = *document.documentLayout();
     QTextBlock block = firstVisible(document);
     const int from = block.position();
-    for (; block != document.lastBlock() && layout.blockBoundingRect(block).bottom() < kTallestPixels * 0.5;
+    for (; block != document.lastBlock() && layout.blockBoundingRect(block).bottom() < kMaxLogHeight * 0.5;
          block = block.next()) {
         block.setVisible(false);
         block.clearLayout();
@@ -98,7 +107,19 @@ void replace(QTextEdit &view, const QStringList &paragraphs)
 
 void show(QTextEdit *view, const QStringList &paragraphs)
 {
-    display::later(view, [view, paragraphs] { replace(*view, paragraphs); });
+    display::later(view, display::Aspect::Content, [view, paragraphs] { replace(*view, paragraphs); });
+}
+
+void Log::append(const QString &report)
+{
+    m_new.append(report);
+    display::later(m_view, display::Aspect::Content, [this] { textview::append(*m_view, std::exchange(m_new, {})); });
+}
+
+void Log::clear()
+{
+    m_new.clear();
+    m_view->clear();
 }
 
 } // namespace textview

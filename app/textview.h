@@ -24,4 +24,19 @@ void replace(QTextEdit &view, const QStringList &paragraphs);
 /// replace(), once for all frames of one arrival.
 void show(QTextEdit *view, const QStringList &paragraphs);
 
+/// A log in a text box: the reports of one arrival are appended in one go.
+class Log
+{
+public:
+    explicit Log(QTextEdit *view) : m_view(view) {}
+
+    void append(const QString &report);
+    /// Takes away what is in the box, and what of this arrival is not there yet.
+    void clear();
+
+private:
+    QTextEdit *m_view;
+    QStringList m_new; // not in the box yet
+};
+
 } // namespace textview

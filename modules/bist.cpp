@@ -1,45 +1,55 @@
 // SPDX-License-Identifier: MIT
-// Built-in self-tests: results kept, and played onto their two rows of indicators.
-#include "protocol/bist.h"
+#include "modules/bist.h"
 
-#include "app/display.h"
+#include "app/animations.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
 #include "link/commandchannel.h"
+#include "modules/pages.h"
+#include "ui_mainwindow.h"
 
 namespace bist = protocol::bist;
 
-void MainWindow::LBIST_sequence()
+void BistPage::keep(const bist::Results &results)
 {
-    labelBitSet(bist::kLbistCount, QStringLiteral("LBIST"), QString::fromLatin1(indicator::kGreen),
-                m_selfTest.lbistSet2, 8);
+    lbistSet1 |= results.lbistSet1;
+    lbistSet2 |= results.lbistSet2;
+    mbistSet1 |= results.mbistSet1;
+    mbistSet2 |= results.mbistSet2;
+    bistResetPending = true;
 }
 
-void MainWindow::MBIST_sequence()
+void BistPage::sweepLogic()
 {
-    labelBitSet(bist::kMbistShown, QStringLiteral("MBIST"), QString::fromLatin1(indicator::kGreen),
-                m_selfTest.mbistSet2, 5);
+    animation::sweep(*m_form.centralWidget, bist::kLbistCount, QStringLiteral("LBIST"),
+                     QString::fromLatin1(indicator::kGreen), lbistSet2, 8);
+}
+
+void BistPage::sweepMemory()
+{
+    animation::sweep(*m_form.centralWidget, bist::kMbistShown, QStringLiteral("MBIST"),
+                     QString::fromLatin1(indicator::kGreen), mbistSet2, 5);
 }
 
 // The logic row is greyed by the memory flags too.
-void MainWindow::BISTReset()
+void BistPage::reset()
 {
     const QString grey = QString::fromLatin1(indicator::kGrey);
-    labelBitSet(bist::kLbistCount, QStringLiteral("LBIST"), grey, m_selfTest.mbistSet2, 0);
-    labelBitSet(bist::kMbistShown, QStringLiteral("MBIST"), grey, m_selfTest.mbistSet2, 0);
+    animation::sweep(*m_form.centralWidget, bist::kLbistCount, QStringLiteral("LBIST"), grey, mbistSet2, 0);
+    animation::sweep(*m_form.centralWidget, bist::kMbistShown, QStringLiteral("MBIST"), grey, mbistSet2, 0);
     delayMs(200);
 }
 
+// clang-format off
+void MainWindow::LBIST_sequence() { m_pages->bist.sweepLogic(); }
+void MainWindow::MBIST_sequence() { m_pages->bist.sweepMemory(); }
+void MainWindow::BISTReset() { m_pages->bist.reset(); }
+// clang-format on
+
 void MainWindow::BISTDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type != bist::ResultReport)
-        return;
-    const bist::Results results = bist::decodeResults(payload);
-    m_selfTest.lbistSet1 |= results.lbistSet1;
-    m_selfTest.lbistSet2 |= results.lbistSet2;
-    m_selfTest.mbistSet1 |= results.mbistSet1;
-    m_selfTest.mbistSet2 |= results.mbistSet2;
-    m_reset.bistResetPending = true;
+    if (type == bist::ResultReport)
+        m_pages->bist.keep(bist::decodeResults(payload));
 }
 
 // The self-test control unit's own frames say nothing that is shown.

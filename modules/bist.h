@@ -1,10 +1,30 @@
 // SPDX-License-Identifier: MIT
-// Self-test flags seen since the window was built; they are set and never cleared.
+// Self-tests: flags seen since the window was built, and their two rows of indicators.
 #pragma once
 
 #include "protocol/bist.h"
 
-struct SelfTestPanel {
+namespace Ui {
+class MainWindow;
+}
+
+class BistPage
+{
+public:
+    explicit BistPage(const Ui::MainWindow &form) : m_form(form) {}
+
+    /// Results play with the next refresh; flags are only ever set.
+    void keep(const protocol::bist::Results &results);
+
+    void sweepLogic();
+    void sweepMemory();
+    /// Greys what the memory flags say, and gives time to see it.
+    void reset();
+
+    bool bistResetPending = false; // results have come that no refresh has played
+
+private:
+    const Ui::MainWindow &m_form;
     QBitArray lbistSet1{protocol::bist::kLbistCount};
     QBitArray lbistSet2{protocol::bist::kLbistCount};
     QBitArray mbistSet1{protocol::bist::kMbistCount};

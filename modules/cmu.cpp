@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
-// Clock monitors: thirteen of them from one table, the clock generators, limits and fault injection.
-#include "protocol/cmu.h"
+#include "modules/cmu.h"
 
+#include "app/animations.h"
 #include "app/display.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
 #include "app/messagebox.h"
 #include "app/textview.h"
 #include "link/commandchannel.h"
+#include "modules/pages.h"
 #include "ui_mainwindow.h"
 
 #include <array>
@@ -16,10 +17,10 @@ namespace cmu = protocol::cmu;
 
 namespace {
 
-constexpr char kGreen[] = "background-color: rgb(91,215,97);";
-constexpr char kRed[] = "background-color: rgb(255, 0, 0);";
-constexpr char kGrey[] = "background-color: rgb(200, 200, 200);";
-constexpr char kBlue[] = "background-color: rgb(85, 170, 255);";
+constexpr char kGreenStyle[] = "background-color: rgb(91,215,97);";
+constexpr char kRedStyle[] = "background-color: rgb(255, 0, 0);";
+constexpr char kGreyStyle[] = "background-color: rgb(200, 200, 200);";
+constexpr char kBlueStyle[] = "background-color: rgb(85, 170, 255);";
 constexpr char kLimitBlue[] = "rgb(85,170,255)";
 
 using Form = Ui::MainWindow;
@@ -31,8 +32,8 @@ struct Row {
     QLabel *Form::*upper;
 };
 
-// By monitor number. The fifth one's labels say "least" where the clock is LFAST; the eighth one's group is named
-// LIN_CLK, while its loss indicator and its fault speak of the SPI clock: it watches both.
+// By monitor number. The labels of CMU5 say "least" where the clock is LFAST; the group of CMU8 is named LIN_CLK, while
+// its loss indicator and its fault speak of the SPI clock: it watches both.
 constexpr std::array rows = std::to_array<Row>({
     {&Form::radioButton_cmu0_enable, &Form::label_MCCLK_fmin, &Form::label_MCCLK_fvalue, &Form::label_MCCLK_fmax},
     {&Form::radioButton_cmu1_enable, &Form::label_core0clk_fmin, &Form::label_core0clk_fvalue,
@@ -67,7 +68,7 @@ struct Flash {
 constexpr Flash flashOf(int monitor)
 {
     Flash flash = monitor <= 2 ? Flash{3, 100, monitor, false} : Flash{2, 150, monitor, false};
-    // Three monitors flash in their own way: the third and the tenth end on their neighbour, the sixth has one label.
+    // Three monitors flash in their own way: CMU3 and CMU10 end on their neighbour, CMU6 has one label.
     if (monitor == 3 || monitor == 10)
         flash.lastBlue = monitor - 1;
     if (monitor == 6)
@@ -88,20 +89,19 @@ constexpr Generator generators[] = {
 
 void showLost(QLabel *label, bool lost, const QString &green, const QString &red)
 {
-    display::text(label, lost ? QStringLiteral("lost") : QStringLiteral("not lost"));
-    indicator::paint(label, lost ? red : green);
+    indicator::state(label, lost ? QStringLiteral("lost") : QStringLiteral("not lost"), lost ? red : green);
 }
 
-void showOff(Form &form, const Row &row, const QString &grey)
+void showOff(const Form &form, const Row &row, const QString &grey)
 {
     display::text(form.*row.value, QStringLiteral("Off"));
     for (auto label : {row.lower, row.value, row.upper})
         indicator::paint(form.*label, grey);
 }
 
-void showMonitor(Form &form, const Row &row, const cmu::Monitor &monitor)
+void showMonitor(const Form &form, const Row &row, const cmu::Monitor &monitor)
 {
-    (form.*row.enable)->setChecked(monitor.enabled);
+    display::checked(form.*row.enable, monitor.enabled);
     if (!monitor.enabled) {
         showOff(form, row, indicator::background(indicator::kGrey));
         return;
@@ -116,18 +116,8 @@ void showMonitor(Form &form, const Row &row, const cmu::Monitor &monitor)
         showLost(form.label_cmu_xoscloss, monitor.xoscLost, indicator::background(indicator::kGreen),
                  indicator::background(indicator::kRed));
     } else if (monitor.id == 8) {
-        showLost(form.label_cmu_spiloss, monitor.spiLost, QString::fromLatin1(kGreen), QString::fromLatin1(kRed));
-    }
-}
-
-// A label flashes between two colours, ending in the second.
-void flash(QLabel *label, const char *first, const char *second, int rounds, int halfPeriodMs)
-{
-    for (int i = 0; i < rounds; ++i) {
-        delayMs(halfPeriodMs);
-        indicator::paint(label, QString::fromLatin1(first));
-        delayMs(halfPeriodMs);
-        indicator::paint(label, QString::fromLatin1(second));
+        showLost(form.label_cmu_spiloss, monitor.spiLost, QString::fromLatin1(kGreenStyle),
+                 QString::fromLatin1(kRedStyle));
     }
 }
 
@@ -135,15 +125,184 @@ void flash(QLabel *label, const char *first, const char *second, int rounds, int
 void showViolation(QLabel *label, const QString &text)
 {
     label->setText(text);
-    indicator::paint(label, QString::fromLatin1(kRed));
+    indicator::paint(label, QString::fromLatin1(kRedStyle));
     delayMs(100);
-    indicator::paint(label, QString::fromLatin1(kGreen));
+    indicator::paint(label, QString::fromLatin1(kGreenStyle));
     delayMs(100);
-    indicator::paint(label, QString::fromLatin1(kRed));
+    indicator::paint(label, QString::fromLatin1(kRedStyle));
     delayMs(2000);
 }
 
+const Row &rowOf(int monitor)
+{
+    return rows.at(static_cast<std::size_t>(monitor));
+}
+
 } // namespace
+
+void CmuPage::switchMonitor(int monitor, bool on)
+{
+    const Row &row = rowOf(monitor);
+    sendCommand(cmu::enableCommand(monitor, on));
+    if (!on) {
+        showOff(m_form, row, QString::fromLatin1(kGreyStyle));
+        return;
+    }
+    indicator::paint(m_form.*row.value, QString::fromLatin1(kGreenStyle));
+    indicator::paint(m_form.*row.lower, QString::fromLatin1(kBlueStyle));
+    indicator::paint(m_form.*row.upper, QString::fromLatin1(kBlueStyle));
+}
+
+/// A value at or beyond a new limit is a fault in the making: the user is asked. Before the monitor has reported there is
+/// no value to compare.
+bool CmuPage::confirmLimits(int monitor)
+{
+    if (static_cast<std::size_t>(monitor) >= m_records.size())
+        return true;
+    const int value = m_records[static_cast<std::size_t>(monitor)].value;
+    const bool high = value >= m_form.spinBox_cmu_fmax->value();
+    if (!high && value > m_form.spinBox_cmu_fmin->value())
+        return true;
+    const QString text = QStringLiteral("CMU%1 frequency is %2 than %3 frequency.\r\n"
+                                        "If you input this frequency you will inject fault.\r\nAre you sure?")
+                             .arg(monitor)
+                             .arg(high ? QStringLiteral("higher") : QStringLiteral("lower"),
+                                  high ? QStringLiteral("maximum") : QStringLiteral("minimum"));
+    return ask(&m_window, QStringLiteral("Please check"), text);
+}
+
+void CmuPage::setLimits()
+{
+    const int monitor = m_form.comboBox_cmu_choice->currentIndex();
+    if (monitor < 0)
+        return;
+    if (!(m_form.*rowOf(monitor).enable)->isChecked()) {
+        inform(&m_window, QStringLiteral("Please check"),
+               QStringLiteral("CMU%1 had been closed. Please open and try again.").arg(monitor), QMessageBox::Ok);
+        return;
+    }
+    // What was asked about is what is sent, whatever is chosen while the limits flash.
+    const QString command = cmu::limitCommand(m_form.comboBox_cmu_choice->currentText(),
+                                              m_form.spinBox_cmu_fmax->value(), m_form.spinBox_cmu_fmin->value());
+    if (!confirmLimits(monitor))
+        return;
+    flashLimits(monitor);
+    sendCommand(command);
+}
+
+void CmuPage::flashLimits(int monitor)
+{
+    if (monitor < 0 || monitor >= cmu::kMonitorCount)
+        return;
+    const Flash how = flashOf(monitor);
+    const auto colour = [&](int whose, const char *style) {
+        const Row &row = rowOf(whose);
+        if (!how.upperOnly)
+            indicator::paint(m_form.*row.lower, QString::fromLatin1(style));
+        indicator::paint(m_form.*row.upper, QString::fromLatin1(style));
+    };
+    for (int round = 1; round <= how.rounds; ++round) {
+        delayMs(how.halfPeriodMs);
+        colour(monitor, kGreyStyle);
+        delayMs(how.halfPeriodMs);
+        colour(round == how.rounds ? how.lastBlue : monitor, kBlueStyle);
+    }
+}
+
+void CmuPage::clearFaults()
+{
+    sendCommand(cmu::kClearFaults);
+    m_form.textEdit_cmuFaultRecord->clear();
+}
+
+void CmuPage::injectSlowClock()
+{
+    m_form.label_MCCLK_fvalue->setText(QStringLiteral("80"));
+    animation::blink(m_form.label_MCCLK_fvalue, 150, QString::fromLatin1(kRedStyle),
+                     QStringLiteral("background-color: rgb(200,200,200);"), 3);
+    delayMs(2000);
+    sendCommand(cmu::injectCommand(1));
+}
+
+void CmuPage::injectFastClock()
+{
+    showViolation(m_form.label_adcclk_fvalue, QStringLiteral("160"));
+    sendCommand(cmu::injectCommand(2));
+}
+
+void CmuPage::injectLostClock()
+{
+    showViolation(m_form.label_cmu_spiloss, QStringLiteral("SPI clock lost"));
+    sendCommand(cmu::injectCommand(3));
+}
+
+/// Shows MC_CLK's limits moved past its value: the first record's, where there is one.
+void CmuPage::injectLimits(int fault, int lower, int upper)
+{
+    if (!m_records.empty()) {
+        m_form.label_MCCLK_fmin->setText(QString::number(lower));
+        m_form.label_MCCLK_fmax->setText(QString::number(upper));
+    }
+    animation::blink(m_form.label_MCCLK_fmin, m_form.label_MCCLK_fmax, 150, indicator::background(indicator::kRed),
+                     indicator::background(kLimitBlue), 4);
+    animation::blink(m_form.label_MCCLK_fvalue, 150, indicator::background(indicator::kRed),
+                     indicator::background(indicator::kGreen), 3);
+    delayMs(1500);
+    sendCommand(cmu::injectCommand(fault));
+}
+
+void CmuPage::injectHighLimits()
+{
+    const int upper = m_records.empty() ? 0 : m_records.front().upper;
+    injectLimits(4, upper, upper + 20);
+}
+
+void CmuPage::injectLowLimits()
+{
+    const int lower = m_records.empty() ? 0 : m_records.front().lower;
+    injectLimits(5, lower - 20, lower);
+}
+
+void CmuPage::store(const cmu::Monitor &monitor)
+{
+    if (m_records.size() < cmu::kMonitorCount)
+        m_records.push_back(monitor);
+    else if (monitor.id < cmu::kMonitorCount)
+        m_records[monitor.id] = monitor;
+}
+
+void CmuPage::show(const cmu::Monitor &monitor)
+{
+    store(monitor);
+    if (monitor.value > monitor.upper || monitor.value < monitor.lower) {
+        const QString text = monitor.value > monitor.upper
+            ? QStringLiteral("CMU%1 frequency is high than maximum frequency, please check.")
+            : QStringLiteral("CMU%1 frequency is low than minimum frequency, please check.");
+        informOnce(&m_window, QStringLiteral("Error"), text.arg(monitor.id), QMessageBox::Yes);
+    } else if (monitor.id < cmu::kMonitorCount) {
+        showMonitor(m_form, rows[monitor.id], monitor);
+    }
+}
+
+void CmuPage::show(const cmu::ClockStatus &clock)
+{
+    clockStatus = clock;
+    for (const Generator &generator : generators)
+        indicator::paint(m_form.*generator.label,
+                         QString::fromLatin1(clock.*generator.healthy ? kGreenStyle : kRedStyle));
+    display::text(m_form.lineEdit_IPCValue, QString::number(static_cast<double>(clock.ircMHz), 'g', 6));
+    display::text(m_form.lineEdit_sysClockSource, cmu::clockSourceName(clock.source));
+}
+
+void CmuPage::show(const cmu::FaultRecord &record)
+{
+    textview::show(m_form.textEdit_cmuFaultRecord, cmu::describe(record));
+}
+
+void CmuPage::showText(const QString &text)
+{
+    display::text(m_form.textEdit_cmuFaultRecord, text);
+}
 
 void MainWindow::on_pushButton_CMU_update_clicked()
 {
@@ -152,203 +311,47 @@ void MainWindow::on_pushButton_CMU_update_clicked()
     sendCommand(cmu::kGetMonitors);
 }
 
-void MainWindow::on_pushButton_cmustatus_get_clicked()
-{
-    sendCommand(cmu::kGetClock);
-}
-
-void MainWindow::switchMonitor(int monitor, bool on)
-{
-    const Row &row = rows.at(static_cast<std::size_t>(monitor));
-    sendCommand(cmu::enableCommand(monitor, on));
-    if (!on) {
-        showOff(*ui, row, QString::fromLatin1(kGrey));
-        return;
-    }
-    indicator::paint(ui.get()->*row.value, QString::fromLatin1(kGreen));
-    indicator::paint(ui.get()->*row.lower, QString::fromLatin1(kBlue));
-    indicator::paint(ui.get()->*row.upper, QString::fromLatin1(kBlue));
-}
-
 // clang-format off
-void MainWindow::on_radioButton_cmu0_enable_clicked(bool checked) { switchMonitor(0, checked); }
-void MainWindow::on_radioButton_cmu1_enable_clicked(bool checked) { switchMonitor(1, checked); }
-void MainWindow::on_radioButton_cmu2_enable_clicked(bool checked) { switchMonitor(2, checked); }
-void MainWindow::on_radioButton_cmu3_enable_clicked(bool checked) { switchMonitor(3, checked); }
-void MainWindow::on_radioButton_cmu4_enable_clicked(bool checked) { switchMonitor(4, checked); }
-void MainWindow::on_radioButton_cmu5_enable_clicked(bool checked) { switchMonitor(5, checked); }
-void MainWindow::on_radioButton_cmu6_enable_clicked(bool checked) { switchMonitor(6, checked); }
-void MainWindow::on_radioButton_cmu7_enable_clicked(bool checked) { switchMonitor(7, checked); }
-void MainWindow::on_radioButton_cmu8_enable_clicked(bool checked) { switchMonitor(8, checked); }
-void MainWindow::on_radioButton_cmu9_enable_clicked(bool checked) { switchMonitor(9, checked); }
-void MainWindow::on_radioButton_cmu10_enable_clicked(bool checked) { switchMonitor(10, checked); }
-void MainWindow::on_radioButton_cmu11_enable_clicked(bool checked) { switchMonitor(11, checked); }
-void MainWindow::on_radioButton_cmu12_enable_clicked(bool checked) { switchMonitor(12, checked); }
+void MainWindow::on_pushButton_cmustatus_get_clicked() { sendCommand(cmu::kGetClock); }
+void MainWindow::on_radioButton_cmu0_enable_clicked(bool checked) { m_pages->cmu.switchMonitor(0, checked); }
+void MainWindow::on_radioButton_cmu1_enable_clicked(bool checked) { m_pages->cmu.switchMonitor(1, checked); }
+void MainWindow::on_radioButton_cmu2_enable_clicked(bool checked) { m_pages->cmu.switchMonitor(2, checked); }
+void MainWindow::on_radioButton_cmu3_enable_clicked(bool checked) { m_pages->cmu.switchMonitor(3, checked); }
+void MainWindow::on_radioButton_cmu4_enable_clicked(bool checked) { m_pages->cmu.switchMonitor(4, checked); }
+void MainWindow::on_radioButton_cmu5_enable_clicked(bool checked) { m_pages->cmu.switchMonitor(5, checked); }
+void MainWindow::on_radioButton_cmu6_enable_clicked(bool checked) { m_pages->cmu.switchMonitor(6, checked); }
+void MainWindow::on_radioButton_cmu7_enable_clicked(bool checked) { m_pages->cmu.switchMonitor(7, checked); }
+void MainWindow::on_radioButton_cmu8_enable_clicked(bool checked) { m_pages->cmu.switchMonitor(8, checked); }
+void MainWindow::on_radioButton_cmu9_enable_clicked(bool checked) { m_pages->cmu.switchMonitor(9, checked); }
+void MainWindow::on_radioButton_cmu10_enable_clicked(bool checked) { m_pages->cmu.switchMonitor(10, checked); }
+void MainWindow::on_radioButton_cmu11_enable_clicked(bool checked) { m_pages->cmu.switchMonitor(11, checked); }
+void MainWindow::on_radioButton_cmu12_enable_clicked(bool checked) { m_pages->cmu.switchMonitor(12, checked); }
+void MainWindow::on_pushButton_freqlim_set_clicked() { m_pages->cmu.setLimits(); }
+void MainWindow::on_pushButton_cmuDefault_clicked() { sendCommand(cmu::kDefault); }
+void MainWindow::on_pushButton_cmu_faultrecord_get_clicked() { sendCommand(cmu::kReadFaults); }
+void MainWindow::on_pushButton_cmu_faultstatus_clear_clicked() { m_pages->cmu.clearFaults(); }
+void MainWindow::on_pushButton_cmu_fault1_clicked() { m_pages->cmu.injectSlowClock(); }
+void MainWindow::on_pushButton_cmu_fault2_clicked() { m_pages->cmu.injectFastClock(); }
+void MainWindow::on_pushButton_cmu_fault3_clicked() { m_pages->cmu.injectLostClock(); }
+void MainWindow::on_pushButton_cmu_fault4_clicked() { m_pages->cmu.injectHighLimits(); }
+void MainWindow::on_pushButton_cmu_fault5_clicked() { m_pages->cmu.injectLowLimits(); }
+void MainWindow::modifycmuFreq(int index) { m_pages->cmu.flashLimits(index); }
 // clang-format on
-
-/// A value at or beyond a new limit is a fault in the making: the user is asked. Before the monitor has reported there is
-/// no value to compare.
-bool MainWindow::confirmLimits(int monitor)
-{
-    if (static_cast<std::size_t>(monitor) >= m_cmu.records.size())
-        return true;
-    const int value = m_cmu.records[static_cast<std::size_t>(monitor)].value;
-    const bool high = value >= ui->spinBox_cmu_fmax->value();
-    if (!high && value > ui->spinBox_cmu_fmin->value())
-        return true;
-    const QString text = QStringLiteral("CMU%1 frequency is %2 than %3 frequency.\r\n"
-                                        "If you input this frequency you will inject fault.\r\nAre you sure?")
-                             .arg(monitor)
-                             .arg(high ? QStringLiteral("higher") : QStringLiteral("lower"),
-                                  high ? QStringLiteral("maximum") : QStringLiteral("minimum"));
-    return ask(this, QStringLiteral("Please check"), text);
-}
-
-void MainWindow::on_pushButton_freqlim_set_clicked()
-{
-    const int monitor = ui->comboBox_cmu_choice->currentIndex();
-    if (monitor < 0)
-        return;
-    if (!(ui.get()->*rows.at(static_cast<std::size_t>(monitor)).enable)->isChecked()) {
-        inform(this, QStringLiteral("Please check"),
-               QStringLiteral("CMU%1 had been closed. Please open and try again.").arg(monitor), QMessageBox::Ok);
-        return;
-    }
-    // What was asked about is what is sent, whatever is chosen while the limits flash.
-    const QString command = cmu::limitCommand(ui->comboBox_cmu_choice->currentText(), ui->spinBox_cmu_fmax->value(),
-                                              ui->spinBox_cmu_fmin->value());
-    if (!confirmLimits(monitor))
-        return;
-    modifycmuFreq(monitor);
-    sendCommand(command);
-}
-
-void MainWindow::modifycmuFreq(int index)
-{
-    if (index < 0 || index >= cmu::kMonitorCount)
-        return;
-    const Flash how = flashOf(index);
-    const auto colour = [&](int monitor, const char *style) {
-        const Row &row = rows.at(static_cast<std::size_t>(monitor));
-        if (!how.upperOnly)
-            indicator::paint(ui.get()->*row.lower, QString::fromLatin1(style));
-        indicator::paint(ui.get()->*row.upper, QString::fromLatin1(style));
-    };
-    for (int round = 1; round <= how.rounds; ++round) {
-        delayMs(how.halfPeriodMs);
-        colour(index, kGrey);
-        delayMs(how.halfPeriodMs);
-        colour(round == how.rounds ? how.lastBlue : index, kBlue);
-    }
-}
-
-void MainWindow::on_pushButton_cmuDefault_clicked()
-{
-    sendCommand(cmu::kDefault);
-}
-
-void MainWindow::on_pushButton_cmu_faultrecord_get_clicked()
-{
-    sendCommand(cmu::kReadFaults);
-}
-
-void MainWindow::on_pushButton_cmu_faultstatus_clear_clicked()
-{
-    sendCommand(cmu::kClearFaults);
-    ui->textEdit_cmuFaultRecord->clear();
-}
-
-void MainWindow::on_pushButton_cmu_fault1_clicked()
-{
-    ui->label_MCCLK_fvalue->setText(QStringLiteral("80"));
-    flash(ui->label_MCCLK_fvalue, "background-color: rgb(200,200,200);", kRed, 3, 150);
-    delayMs(2000);
-    sendCommand(cmu::injectCommand(1));
-}
-
-void MainWindow::on_pushButton_cmu_fault2_clicked()
-{
-    showViolation(ui->label_adcclk_fvalue, QStringLiteral("160"));
-    sendCommand(cmu::injectCommand(2));
-}
-
-void MainWindow::on_pushButton_cmu_fault3_clicked()
-{
-    showViolation(ui->label_cmu_spiloss, QStringLiteral("SPI clock lost"));
-    sendCommand(cmu::injectCommand(3));
-}
-
-/// Shows MC_CLK's limits moved past its value: the first record's, where there is one.
-void MainWindow::injectLimits(int fault, int cmuLower, int cmuUpper)
-{
-    if (!m_cmu.records.empty()) {
-        ui->label_MCCLK_fmin->setText(QString::number(cmuLower));
-        ui->label_MCCLK_fmax->setText(QString::number(cmuUpper));
-    }
-    tolabeltwinkle(ui->label_MCCLK_fmin, ui->label_MCCLK_fmax, 150, indicator::background(indicator::kRed),
-                   indicator::background(kLimitBlue), 4);
-    labeltwinkle(ui->label_MCCLK_fvalue, 150, indicator::background(indicator::kRed),
-                 indicator::background(indicator::kGreen), 3);
-    delayMs(1500);
-    sendCommand(cmu::injectCommand(fault));
-}
-
-void MainWindow::on_pushButton_cmu_fault4_clicked()
-{
-    const int upper = m_cmu.records.empty() ? 0 : m_cmu.records.front().upper;
-    injectLimits(4, upper, upper + 20);
-}
-
-void MainWindow::on_pushButton_cmu_fault5_clicked()
-{
-    const int lower = m_cmu.records.empty() ? 0 : m_cmu.records.front().lower;
-    injectLimits(5, lower - 20, lower);
-}
-
-void MainWindow::storeMonitor(const protocol::cmu::Monitor &monitor)
-{
-    if (m_cmu.records.size() < cmu::kMonitorCount)
-        m_cmu.records.push_back(monitor);
-    else if (monitor.id < cmu::kMonitorCount)
-        m_cmu.records[monitor.id] = monitor;
-}
-
-void MainWindow::takeMonitor(const protocol::cmu::Monitor &monitor)
-{
-    storeMonitor(monitor);
-    if (monitor.value > monitor.upper || monitor.value < monitor.lower) {
-        const QString text = monitor.value > monitor.upper
-            ? QStringLiteral("CMU%1 frequency is high than maximum frequency, please check.")
-            : QStringLiteral("CMU%1 frequency is low than minimum frequency, please check.");
-        informOnce(this, QStringLiteral("Error"), text.arg(monitor.id), QMessageBox::Yes);
-    } else if (monitor.id < cmu::kMonitorCount) {
-        showMonitor(*ui, rows[monitor.id], monitor);
-    }
-}
-
-void MainWindow::takeClock(const protocol::cmu::ClockStatus &clock)
-{
-    m_cmu.clockStatus = clock;
-    for (const Generator &generator : generators)
-        indicator::paint(ui.get()->*generator.label, QString::fromLatin1(clock.*generator.healthy ? kGreen : kRed));
-    display::text(ui->lineEdit_IPCValue, QString::number(static_cast<double>(clock.ircMHz), 'g', 6));
-    display::text(ui->lineEdit_sysClockSource, cmu::clockSourceName(clock.source));
-}
 
 void MainWindow::CMUDataFrameUnpack(uint8_t type, uint32_t length, QByteArray payload)
 {
     switch (type) {
     case cmu::TextReport:
-        display::text(ui->textEdit_cmuFaultRecord, QString::fromUtf8(payload));
+        m_pages->cmu.showText(QString::fromUtf8(payload));
         break;
     case cmu::MonitorReport:
-        takeMonitor(cmu::decodeMonitor(payload));
+        m_pages->cmu.show(cmu::decodeMonitor(payload));
         break;
     case cmu::FaultRecordReport:
-        textview::show(ui->textEdit_cmuFaultRecord, cmu::describe(cmu::decodeFaultRecord(payload, length)));
+        m_pages->cmu.show(cmu::decodeFaultRecord(payload, length));
         break;
     case cmu::ClockReport:
-        takeClock(cmu::decodeClock(payload));
+        m_pages->cmu.show(cmu::decodeClock(payload));
         break;
     default:
         break;

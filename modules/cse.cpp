@@ -1,39 +1,23 @@
 // SPDX-License-Identifier: MIT
-// Cryptographic services engine: commands built from the inputs, engine state, results.
-#include "protocol/cse.h"
+#include "modules/cse.h"
 
+#include "app/animations.h"
 #include "app/display.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
 #include "app/messagebox.h"
 #include "app/singleline.h"
 #include "link/commandchannel.h"
+#include "modules/pages.h"
 #include "ui_mainwindow.h"
+
+#include <utility>
 
 namespace cse = protocol::cse;
 
 namespace {
 
 constexpr int kIdleAfterMs = 1200;
-
-void send(QLatin1String command, const QString &text = QString())
-{
-    sendCommand(command + text);
-}
-
-// Tells what the length must be where it is not.
-bool hasLength(QWidget *parent, const QString &text, bool multiple)
-{
-    const int length = text.size();
-    if (multiple ? length % cse::kBlockDigits == 0 : length == cse::kBlockDigits)
-        return true;
-    inform(parent, MainWindow::tr("Please check"),
-           QStringLiteral(u"Invalid input, current input legth is %1. It must be %2, format：HEX.")
-               .arg(length)
-               .arg(multiple ? QStringLiteral("N*32") : QStringLiteral("32")),
-           QMessageBox::Ok);
-    return false;
-}
 
 // Shows how many characters `input` holds, beside it.
 void count(QPlainTextEdit *input, QLabel *label, const QString &wanted)
@@ -51,148 +35,159 @@ QString hex(const QByteArray &bytes)
 
 } // namespace
 
-void MainWindow::prepareCse()
+CsePage::CsePage(const Ui::MainWindow &form, QWidget &window) : m_form(form), m_window(window)
 {
-    count(ui->plainTextEdit_cse_Plaintext_input, ui->label_cse_Plaintext_count, QString());
-    count(ui->plainTextEdit_cse_Cyphertext_input, ui->label_cse_Cyphertext_count, QStringLiteral(" / N*32"));
-    count(ui->plainTextEdit_cse_Message_input, ui->label_cse_Message_count, QString());
-    count(ui->plainTextEdit_cse_CMAC_input, ui->label_cse_CMAC_count, QStringLiteral(" / 32"));
-    count(ui->plainTextEdit_cse_Entropy_input, ui->label_cse_Entropy_count, QStringLiteral(" / 32"));
+    count(form.plainTextEdit_cse_Plaintext_input, form.label_cse_Plaintext_count, QString());
+    count(form.plainTextEdit_cse_Cyphertext_input, form.label_cse_Cyphertext_count, QStringLiteral(" / N*32"));
+    count(form.plainTextEdit_cse_Message_input, form.label_cse_Message_count, QString());
+    count(form.plainTextEdit_cse_CMAC_input, form.label_cse_CMAC_count, QStringLiteral(" / 32"));
+    count(form.plainTextEdit_cse_Entropy_input, form.label_cse_Entropy_count, QStringLiteral(" / 32"));
 }
 
-void MainWindow::on_pushButton_cse_loadKey_clicked()
+/// Tells what the length must be where it is not.
+bool CsePage::hasLength(const QString &text, bool multiple)
 {
-    send(cse::kLoadKeys);
+    const int length = text.size();
+    if (multiple ? length % cse::kBlockDigits == 0 : length == cse::kBlockDigits)
+        return true;
+    inform(&m_window, QStringLiteral("Please check"),
+           QStringLiteral(u"Invalid input, current input legth is %1. It must be %2, format：HEX.")
+               .arg(length)
+               .arg(multiple ? QStringLiteral("N*32") : QStringLiteral("32")),
+           QMessageBox::Ok);
+    return false;
 }
 
-void MainWindow::on_pushButton_cse_Encryption1_clicked()
+void CsePage::encrypt(QLatin1String command)
 {
-    send(cse::kEncryptEcb, ui->plainTextEdit_cse_Plaintext_input->toPlainText());
+    sendCommand(command + m_form.plainTextEdit_cse_Plaintext_input->toPlainText());
 }
 
-void MainWindow::on_pushButton_cse_Encryption2_clicked()
+bool CsePage::decrypt(QLatin1String command)
 {
-    send(cse::kEncryptCbc, ui->plainTextEdit_cse_Plaintext_input->toPlainText());
+    const QString text = m_form.plainTextEdit_cse_Cyphertext_input->toPlainText();
+    if (!hasLength(text, true))
+        return false;
+    sendCommand(command + text);
+    return true;
 }
 
 // Only this way of decryption reminds of the format in the field itself.
-void MainWindow::on_pushButton_cse_Decryption1_clicked()
+void CsePage::decryptWithReminder()
 {
-    const QString text = ui->plainTextEdit_cse_Cyphertext_input->toPlainText();
-    if (hasLength(this, text, true))
-        send(cse::kDecryptEcb, text);
-    else
-        ui->plainTextEdit_cse_Cyphertext_input->setPlaceholderText(
+    if (!decrypt(cse::kDecryptEcb))
+        m_form.plainTextEdit_cse_Cyphertext_input->setPlaceholderText(
             QStringLiteral("Hex,range: 0-F, length: N*32, other is invalid"));
 }
 
-void MainWindow::on_pushButton_cse_Decryption2_clicked()
+void CsePage::generate()
 {
-    const QString text = ui->plainTextEdit_cse_Cyphertext_input->toPlainText();
-    if (hasLength(this, text, true))
-        send(cse::kDecryptCbc, text);
+    sendCommand(cse::kGenerateCmac + m_form.plainTextEdit_cse_Message_input->toPlainText());
 }
 
-void MainWindow::on_pushButton_cse_Generation_clicked()
+void CsePage::verify()
 {
-    send(cse::kGenerateCmac, ui->plainTextEdit_cse_Message_input->toPlainText());
+    const QString cmac = m_form.plainTextEdit_cse_CMAC_input->toPlainText();
+    const QString message = m_form.plainTextEdit_cse_Message_input->toPlainText();
+    if (hasLength(cmac, false))
+        sendCommand(cse::kVerifyCmac + message + QLatin1Char(' ') + cmac);
 }
 
-void MainWindow::on_pushButton_cse_Verification_clicked()
+void CsePage::extendSeed()
 {
-    const QString cmac = ui->plainTextEdit_cse_CMAC_input->toPlainText();
-    const QString message = ui->plainTextEdit_cse_Message_input->toPlainText();
-    if (hasLength(this, cmac, false))
-        send(cse::kVerifyCmac, message + QLatin1Char(' ') + cmac);
+    const QString entropy = m_form.plainTextEdit_cse_Entropy_input->toPlainText();
+    if (hasLength(entropy, false))
+        sendCommand(cse::kExtendSeed + entropy);
 }
 
-void MainWindow::on_pushButton_cse_Pseudo_clicked()
+void CsePage::showIdle()
 {
-    send(cse::kPseudoRandom);
+    indicator::state(m_form.label_cse_status_all, QStringLiteral("IDLE"), indicator::background(indicator::kGrey));
 }
 
-void MainWindow::on_pushButton_cse_True_random_clicked()
+void CsePage::showStatus(quint8 code)
 {
-    send(cse::kTrueRandom);
+    if (code == cse::NoError)
+        showBusy();
+    else
+        showError(code);
 }
 
-void MainWindow::on_pushButton_cse_Extend_clicked()
+// Ignores an error that is already on the screen or was shown for this arrival: otherwise each repeat would start another
+// blink inside the first one's wait.
+void CsePage::showError(quint8 code)
 {
-    const QString entropy = ui->plainTextEdit_cse_Entropy_input->toPlainText();
-    if (hasLength(this, entropy, false))
-        send(cse::kExtendSeed, entropy);
-}
-
-void MainWindow::cseIdle()
-{
-    indicator::paint(ui->label_cse_status_all, indicator::kGrey);
-    display::text(ui->label_cse_status_all, QStringLiteral("IDLE"));
-}
-
-// Reports of an error that is just being shown are passed over, each would blink inside the wait of the one before; so
-// are those of the same arrival.
-void MainWindow::showEngineError(uint8_t code)
-{
-    if (m_cse.errorsShown.contains(code))
+    if (m_errorsShown.contains(code))
         return;
-    m_cse.errorsShown.insert(code);
-    labeltwinkle(ui->label_cse_status_all, 100, indicator::background(indicator::kGrey),
-                 indicator::background(indicator::kRed), 2);
-    informOnce(this, tr("Error"), QStringLiteral("CSE error: ") + cse::errorText(code), QMessageBox::Yes);
-    m_cse.errorsAnswered.insert(code);
-    display::later(&m_cse, [this] { m_cse.errorsShown -= std::exchange(m_cse.errorsAnswered, {}); });
+    m_errorsShown.insert(code);
+    animation::blink(m_form.label_cse_status_all, 100, indicator::background(indicator::kGrey),
+                     indicator::background(indicator::kRed), 2);
+    informOnce(&m_window, QStringLiteral("Error"), QStringLiteral("CSE error: ") + cse::errorText(code),
+               QMessageBox::Yes);
+    m_errorsAnswered.insert(code);
+    display::afterArrival([this] { m_errorsShown -= std::exchange(m_errorsAnswered, {}); });
 }
 
-// Each report gets a timer of its own, which lives as long as the window; the first to end returns the label to idle.
-void MainWindow::showEngineBusy()
+// Each report gets a timer of its own, which lives as long as the window (required); the first to end returns the label to
+// idle.
+void CsePage::showBusy()
 {
-    display::text(ui->label_cse_status_all, QStringLiteral("Processing"));
-    indicator::paint(ui->label_cse_status_all, indicator::kGreen);
-    m_cse.idleTimer = new QTimer(this);
-    m_cse.idleTimer->setSingleShot(true);
-    connect(m_cse.idleTimer, &QTimer::timeout, this, &MainWindow::cseIdle);
-    m_cse.idleTimer->start(kIdleAfterMs);
+    indicator::state(m_form.label_cse_status_all, QStringLiteral("Processing"),
+                     indicator::background(indicator::kGreen));
+    m_idleTimer = new QTimer(&m_window);
+    m_idleTimer->setSingleShot(true);
+    QObject::connect(m_idleTimer, &QTimer::timeout, &m_window, [this] { showIdle(); });
+    m_idleTimer->start(kIdleAfterMs);
 }
 
-void MainWindow::showEngineResult(const QByteArray &payload)
+void CsePage::show(const cse::Result &result)
 {
-    const cse::Result result = cse::decodeResult(payload);
-    display::text(ui->lineEdit_cse_proess,
+    display::text(m_form.lineEdit_cse_proess,
                   QString::number(static_cast<double>(result.time), 'f', 2) + QStringLiteral(" us"));
     switch (result.operation) {
     case cse::EncryptEcb:
     case cse::EncryptCbc:
-        display::text(ui->textBrowser_cse_Cyphertext_output, hex(result.bytes));
+        display::text(m_form.textBrowser_cse_Cyphertext_output, hex(result.bytes));
         break;
     case cse::DecryptEcb:
     case cse::DecryptCbc:
-        display::text(ui->textBrowser_cse_Plaintext_output, QString::fromUtf8(result.bytes.constData()));
+        display::text(m_form.textBrowser_cse_Plaintext_output, QString::fromUtf8(result.bytes.constData()));
         break;
     case cse::GenerateCmac:
-        display::text(ui->textBrowser_cse_CMAC_output, hex(result.bytes));
+        display::text(m_form.textBrowser_cse_CMAC_output, hex(result.bytes));
         break;
     case cse::VerifyCmac:
-        indicator::paint(ui->label_indicator_cseSatus, result.passed ? indicator::kGreen : indicator::kRed);
-        display::text(ui->label_indicator_cseSatus, result.passed ? QStringLiteral("Pass") : QStringLiteral("Fail"));
+        indicator::state(m_form.label_indicator_cseSatus,
+                         result.passed ? QStringLiteral("Pass") : QStringLiteral("Fail"),
+                         indicator::background(result.passed ? indicator::kGreen : indicator::kRed));
         break;
     case cse::PseudoRandom:
     case cse::TrueRandom:
-        display::text(ui->textBrowser_cse_output, hex(result.bytes));
+        display::text(m_form.textBrowser_cse_output, hex(result.bytes));
         break;
     default:
         break;
     }
 }
 
+// clang-format off
+void MainWindow::on_pushButton_cse_loadKey_clicked() { sendCommand(cse::kLoadKeys); }
+void MainWindow::on_pushButton_cse_Encryption1_clicked() { m_pages->cse.encrypt(cse::kEncryptEcb); }
+void MainWindow::on_pushButton_cse_Encryption2_clicked() { m_pages->cse.encrypt(cse::kEncryptCbc); }
+void MainWindow::on_pushButton_cse_Decryption1_clicked() { m_pages->cse.decryptWithReminder(); }
+void MainWindow::on_pushButton_cse_Decryption2_clicked() { m_pages->cse.decrypt(cse::kDecryptCbc); }
+void MainWindow::on_pushButton_cse_Generation_clicked() { m_pages->cse.generate(); }
+void MainWindow::on_pushButton_cse_Verification_clicked() { m_pages->cse.verify(); }
+void MainWindow::on_pushButton_cse_Pseudo_clicked() { sendCommand(cse::kPseudoRandom); }
+void MainWindow::on_pushButton_cse_True_random_clicked() { sendCommand(cse::kTrueRandom); }
+void MainWindow::on_pushButton_cse_Extend_clicked() { m_pages->cse.extendSeed(); }
+void MainWindow::cseIdle() { m_pages->cse.showIdle(); }
+// clang-format on
+
 void MainWindow::CSEDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == cse::ResultReport) {
-        showEngineResult(payload);
-    } else if (type == cse::StatusReport) {
-        const quint8 code = cse::decodeStatus(payload);
-        if (code == cse::NoError)
-            showEngineBusy();
-        else
-            showEngineError(code);
-    }
+    if (type == cse::ResultReport)
+        m_pages->cse.show(cse::decodeResult(payload));
+    else if (type == cse::StatusReport)
+        m_pages->cse.showStatus(cse::decodeStatus(payload));
 }

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Reset escalation: the two switches, their thresholds and counters.
+#include "modules/escalation.h"
+
 #include "app/display.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
 #include "link/commandchannel.h"
-#include "protocol/reset.h"
+#include "modules/pages.h"
 #include "ui_mainwindow.h"
 
-using protocol::reset::Kind;
-using protocol::reset::Operation;
+namespace reset = protocol::reset;
+using reset::Kind;
 
 namespace {
 
@@ -18,61 +19,56 @@ constexpr char kEnabledStyle[] =
     "color:white;font: bold; }QPushButton:hover{ background:rgb(46,139,87);}";
 constexpr char kDisabledStyle[] = "background-color: rgb(200, 200, 200);";
 
-void paintOff(QPushButton *button)
+void paint(QPushButton *button, bool on)
 {
-    indicator::paint(button, QString::fromLatin1(kDisabledStyle), QString(), indicator::kDarkInk);
-}
-
-void toggle(QPushButton *button, Kind kind)
-{
-    paintOff(button);
-    sendCommand(protocol::reset::escalationCommand(kind, Operation::Toggle));
-}
-
-void showThreshold(QPushButton *button, QSpinBox *threshold, int value)
-{
-    if (value != 0)
+    if (on)
         indicator::paint(button, QString::fromLatin1(kEnabledStyle));
     else
-        paintOff(button);
-    display::later(threshold, [threshold, value] { threshold->setValue(value); });
+        indicator::paint(button, QString::fromLatin1(kDisabledStyle), QString(), indicator::kDarkInk);
 }
 
 } // namespace
 
-void MainWindow::on_pushButton_F_ResetEsca_clicked()
+QPushButton *EscalationPanel::button(Kind kind) const
 {
-    toggle(ui->pushButton_F_ResetEsca, Kind::Functional);
+    return kind == Kind::Functional ? m_form.pushButton_F_ResetEsca : m_form.pushButton_D_ResetEsca;
 }
 
-void MainWindow::on_pushButton_F_resetEsc_clear_clicked()
+QSpinBox *EscalationPanel::threshold(Kind kind) const
 {
-    sendCommand(protocol::reset::escalationCommand(Kind::Functional, Operation::ClearCounter));
+    return kind == Kind::Functional ? m_form.spinBox_F_ResetEsca : m_form.spinBox_D_ResetEsca;
 }
 
-void MainWindow::on_pushButton_F_resetEsc_set_clicked()
+void EscalationPanel::toggle(Kind kind)
 {
-    sendCommand(protocol::reset::thresholdCommand(Kind::Functional, ui->spinBox_F_ResetEsca->value()));
+    paint(button(kind), false);
+    sendCommand(reset::escalationCommand(kind, reset::Operation::Toggle));
 }
 
-void MainWindow::on_pushButton_D_ResetEsca_clicked()
+void EscalationPanel::clearCounter(Kind kind)
 {
-    toggle(ui->pushButton_D_ResetEsca, Kind::Destructive);
+    sendCommand(reset::escalationCommand(kind, reset::Operation::ClearCounter));
 }
 
-void MainWindow::on_pushButton_D_resetEsc_clear_clicked()
+void EscalationPanel::setThreshold(Kind kind)
 {
-    sendCommand(protocol::reset::escalationCommand(Kind::Destructive, Operation::ClearCounter));
+    sendCommand(reset::thresholdCommand(kind, threshold(kind)->value()));
 }
 
-void MainWindow::on_pushButton_D_resetEsc_set_clicked()
+void EscalationPanel::show(const reset::Escalation &thresholds)
 {
-    sendCommand(protocol::reset::thresholdCommand(Kind::Destructive, ui->spinBox_D_ResetEsca->value()));
+    for (const auto &[kind, value] :
+         {std::pair(Kind::Functional, thresholds.functional), std::pair(Kind::Destructive, thresholds.destructive)}) {
+        paint(button(kind), value != 0);
+        display::value(threshold(kind), value);
+    }
 }
 
-void MainWindow::showEscalation(const QByteArray &payload)
-{
-    const protocol::reset::Escalation thresholds = protocol::reset::decodeEscalation(payload);
-    showThreshold(ui->pushButton_F_ResetEsca, ui->spinBox_F_ResetEsca, thresholds.functional);
-    showThreshold(ui->pushButton_D_ResetEsca, ui->spinBox_D_ResetEsca, thresholds.destructive);
-}
+// clang-format off
+void MainWindow::on_pushButton_F_ResetEsca_clicked() { m_pages->escalation.toggle(Kind::Functional); }
+void MainWindow::on_pushButton_F_resetEsc_clear_clicked() { m_pages->escalation.clearCounter(Kind::Functional); }
+void MainWindow::on_pushButton_F_resetEsc_set_clicked() { m_pages->escalation.setThreshold(Kind::Functional); }
+void MainWindow::on_pushButton_D_ResetEsca_clicked() { m_pages->escalation.toggle(Kind::Destructive); }
+void MainWindow::on_pushButton_D_resetEsc_clear_clicked() { m_pages->escalation.clearCounter(Kind::Destructive); }
+void MainWindow::on_pushButton_D_resetEsc_set_clicked() { m_pages->escalation.setThreshold(Kind::Destructive); }
+// clang-format on

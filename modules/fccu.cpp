@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Fault collection and control unit: its state, the fault shown, the log and the history.
-#include "protocol/fccu.h"
+#include "modules/fccu.h"
 
 #include "app/display.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
-#include "app/textview.h"
+#include "modules/pages.h"
 #include "ui_mainwindow.h"
 
 #include <QTimer>
@@ -38,53 +37,78 @@ QString timeText(float time)
 
 } // namespace
 
-void MainWindow::on_comboBox_FaultID_currentIndexChanged(int index)
+FccuPage::FccuPage(const Ui::MainWindow &form, QWidget &window)
+    : m_form(form),
+      m_window(window),
+      m_log(form.textBrowser_fccurecord),
+      m_history(new FaultHistory(form.comboBox_FaultID))
 {
-    if (index < 0 || static_cast<std::size_t>(index) >= m_fccu.fccuHistory.size())
-        return;
-    const FccuFaultRecord &record = m_fccu.fccuHistory[static_cast<std::size_t>(index)];
-    display::text(ui->lineEdit_FCCUsource, record.source);
-    display::text(ui->textBrowser_fccu, record.description);
-    display::text(ui->lineEdit_FCCUdetectime, timeText(record.time));
+    form.comboBox_FaultID->setModel(m_history);
 }
 
-void MainWindow::fccuRenew()
+void FccuPage::showNormal()
 {
-    display::text(ui->label_FCCU_status, QStringLiteral("NORMAL"));
-    indicator::paint(ui->label_FCCU_status, indicator::kGreen);
+    indicator::state(m_form.label_FCCU_status, QStringLiteral("NORMAL"), indicator::background(indicator::kGreen));
 }
+
+// Each NORMAL gets a timer of its own; none is stopped.
+void FccuPage::showState(quint8 state)
+{
+    if (state == fccu::Normal) {
+        auto *timer = new QTimer(&m_window);
+        timer->setSingleShot(true);
+        QObject::connect(timer, &QTimer::timeout, timer, [this, timer] {
+            showNormal();
+            timer->deleteLater();
+        });
+        timer->start(kNormalDelayMs);
+        return;
+    }
+    for (const StateRow &row : stateRows) {
+        if (row.state == state)
+            indicator::state(m_form.label_FCCU_status, QString::fromLatin1(row.text), QString::fromLatin1(row.style));
+    }
+}
+
+void FccuPage::show(const fccu::FaultEvent &fault)
+{
+    m_log.append(fccu::describe(fault).join(QLatin1Char('\n')));
+    const fccu::FaultText text = fccu::recordedText(fault.id);
+    m_newFaults.push_back({fault.id, fault.time, text.source, text.description});
+    display::later(m_form.comboBox_FaultID, display::Aspect::Content, [this] { addFaults(); });
+}
+
+// The selection shows the record.
+void FccuPage::addFaults()
+{
+    m_history->append(std::exchange(m_newFaults, {}));
+    m_form.comboBox_FaultID->setCurrentIndex(m_history->rowCount() - 1);
+}
+
+void FccuPage::select(int row)
+{
+    if (row < 0 || row >= m_history->rowCount())
+        return;
+    const FccuFaultRecord &record = m_history->at(row);
+    display::text(m_form.lineEdit_FCCUsource, record.source);
+    display::text(m_form.textBrowser_fccu, record.description);
+    display::text(m_form.lineEdit_FCCUdetectime, timeText(record.time));
+}
+
+void FccuPage::clearLog()
+{
+    m_log.clear();
+}
+
+// clang-format off
+void MainWindow::on_comboBox_FaultID_currentIndexChanged(int index) { m_pages->fccu.select(index); }
+void MainWindow::fccuRenew() { m_pages->fccu.showNormal(); }
+// clang-format on
 
 void MainWindow::FCCUDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
     if (type == fccu::StateReport)
-        showFccuState(fccu::decodeState(payload));
+        m_pages->fccu.showState(fccu::decodeState(payload));
     else if (type == fccu::FaultReport)
-        showFault(payload);
-}
-
-void MainWindow::showFccuState(uint8_t state)
-{
-    if (state == fccu::Normal) {
-        QTimer::singleShot(kNormalDelayMs, this, &MainWindow::fccuRenew);
-        return;
-    }
-    for (const StateRow &row : stateRows) {
-        if (row.state == state) {
-            display::text(ui->label_FCCU_status, QString::fromLatin1(row.text));
-            indicator::paint(ui->label_FCCU_status, QString::fromLatin1(row.style));
-        }
-    }
-}
-
-void MainWindow::showFault(const QByteArray &payload)
-{
-    const fccu::FaultEvent event = fccu::decodeFault(payload);
-    m_fccu.log.append(fccu::describe(event).join(QLatin1Char('\n')));
-    display::later(ui->textBrowser_fccurecord,
-                   [this] { textview::append(*ui->textBrowser_fccurecord, std::exchange(m_fccu.log, {})); });
-
-    const fccu::FaultText text = fccu::recordedText(event.id);
-    m_fccu.fccuHistory.push_back({event.id, event.time, text.source, text.description});
-    ui->comboBox_FaultID->addItem(fccu::titleOf(event.id));
-    ui->comboBox_FaultID->setCurrentIndex(ui->comboBox_FaultID->count() - 1);
+        m_pages->fccu.show(fccu::decodeFault(payload));
 }

@@ -1,23 +1,36 @@
 // SPDX-License-Identifier: MIT
-// State of the fault collection panel.
+// Fault collection and control unit: its state, the fault shown, the log and the history.
 #pragma once
 
-#include <QList>
-#include <QString>
-#include <QStringList>
+#include "app/textview.h"
+#include "modules/faulthistory.h"
+#include "protocol/fccu.h"
 
-#include <cstdint>
-#include <vector>
+class QWidget;
+namespace Ui {
+class MainWindow;
+}
 
-/// One reported fault.
-struct FccuFaultRecord {
-    uint8_t id = 0;
-    float time = 0; // microseconds
-    QString source;
-    QString description;
-};
+class FccuPage
+{
+public:
+    /// `window` owns the timers.
+    FccuPage(const Ui::MainWindow &form, QWidget &window);
 
-struct FccuPanel {
-    std::vector<FccuFaultRecord> fccuHistory; // entry k is item k of the history selector; only grows
-    QStringList log;                          // paragraphs that are not in the log box yet
+    void showState(quint8 state);
+    void showNormal();
+    /// Logs and records the fault, and selects it.
+    void show(const protocol::fccu::FaultEvent &fault);
+    /// Shows the record of that row; others change nothing.
+    void select(int row);
+    void clearLog();
+
+private:
+    void addFaults();
+
+    const Ui::MainWindow &m_form;
+    QWidget &m_window;
+    textview::Log m_log;
+    FaultHistory *const m_history;            // the selector's
+    std::vector<FccuFaultRecord> m_newFaults; // of this arrival, not in the history yet
 };

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Interrupt monitor: the grid of nine channels, configuration, faults.
-#include "protocol/intcm.h"
+#include "modules/intcm.h"
 
 #include "app/display.h"
 #include "app/mainwindow.h"
 #include "app/textview.h"
 #include "link/commandchannel.h"
+#include "modules/pages.h"
 #include "ui_mainwindow.h"
 
 #include <array>
+#include <utility>
 
 namespace intcm = protocol::intcm;
 
@@ -49,7 +50,7 @@ void showRow(const Form &form, const Row &row, const intcm::Channel &channel)
     display::text(form.*row.onOff, channel.latency == 0 ? QStringLiteral("Off") : QStringLiteral("On"));
 }
 
-void showStatus(const Form &form, const std::vector<intcm::Channel> &channels)
+void showGrid(const Form &form, const std::vector<intcm::Channel> &channels)
 {
     for (std::size_t core = 0; core < std::size(modes) && core * intcm::kMonitorsPerCore < channels.size(); ++core)
         display::text(form.*modes[core], intcm::modeName(channels[core * intcm::kMonitorsPerCore].mode));
@@ -59,6 +60,33 @@ void showStatus(const Form &form, const std::vector<intcm::Channel> &channels)
 
 } // namespace
 
+void IntcmPage::closeChannel()
+{
+    sendCommand(
+        intcm::closeCommand(m_form.comboBox_intcm_core->currentIndex(), m_form.comboBox_intcm_index->currentIndex()));
+}
+
+void IntcmPage::configure()
+{
+    sendCommand(intcm::configureCommand(
+        m_form.comboBox_intcm_mode->currentText(), m_form.comboBox_intcm_core->currentIndex(),
+        m_form.comboBox_intcm_index->currentIndex(), m_form.lineEdit_intcm1->text(), m_form.lineEdit_intcm1_2->text()));
+    delayMs(200);
+    sendCommand(intcm::kGetStatus);
+}
+
+void IntcmPage::showStatus(std::vector<intcm::Channel> channels)
+{
+    m_status = std::move(channels);
+    showGrid(m_form, m_status);
+}
+
+void IntcmPage::showFaults(std::vector<intcm::Channel> channels)
+{
+    m_faults = std::move(channels);
+    textview::show(m_form.textEdit_intcmFaultRecord, intcm::describe(m_faults));
+}
+
 // clang-format off
 void MainWindow::on_pushButton_intcm_update_clicked() { sendCommand(intcm::kGetStatus); }
 void MainWindow::on_pushButton_intcm_edfault_clicked() { sendCommand(intcm::kDefault); }
@@ -67,29 +95,14 @@ void MainWindow::on_pushButton_intcm_inject_k70_clicked() { sendCommand(intcm::i
 void MainWindow::on_pushButton_intcm_inject_k71_clicked() { sendCommand(intcm::injectCommand(2)); }
 void MainWindow::on_pushButton_intcm_faultrecord_get_clicked() { sendCommand(intcm::kReadFaults); }
 void MainWindow::on_pushButton_intcm_faultstatus_clear_clicked() { sendCommand(intcm::kClearFaults); }
+void MainWindow::on_pushButton_INTCM_close_clicked() { m_pages->intcm.closeChannel(); }
+void MainWindow::on_pushButton_intcm_config_clicked() { m_pages->intcm.configure(); }
 // clang-format on
-
-void MainWindow::on_pushButton_INTCM_close_clicked()
-{
-    sendCommand(intcm::closeCommand(ui->comboBox_intcm_core->currentIndex(), ui->comboBox_intcm_index->currentIndex()));
-}
-
-void MainWindow::on_pushButton_intcm_config_clicked()
-{
-    sendCommand(intcm::configureCommand(ui->comboBox_intcm_mode->currentText(), ui->comboBox_intcm_core->currentIndex(),
-                                        ui->comboBox_intcm_index->currentIndex(), ui->lineEdit_intcm1->text(),
-                                        ui->lineEdit_intcm1_2->text()));
-    delayMs(200);
-    sendCommand(intcm::kGetStatus);
-}
 
 void MainWindow::INTCMDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == intcm::StatusReport) {
-        m_intcm.status = intcm::decodeChannels(payload);
-        showStatus(*ui, m_intcm.status);
-    } else if (type == intcm::FaultRecordReport) {
-        m_intcm.faults = intcm::decodeChannels(payload);
-        textview::show(ui->textEdit_intcmFaultRecord, intcm::describe(m_intcm.faults));
-    }
+    if (type == intcm::StatusReport)
+        m_pages->intcm.showStatus(intcm::decodeChannels(payload));
+    else if (type == intcm::FaultRecordReport)
+        m_pages->intcm.showFaults(intcm::decodeChannels(payload));
 }

@@ -1,10 +1,27 @@
 // SPDX-License-Identifier: MIT
-// What is kept of the interrupt monitor.
+// Interrupt monitor: the grid of nine channels, configuration, faults.
 #pragma once
 
 #include "protocol/intcm.h"
 
-struct IntcmPanel {
-    std::vector<protocol::intcm::Channel> status;
-    std::vector<protocol::intcm::Channel> faults;
+namespace Ui {
+class MainWindow;
+}
+
+class IntcmPage
+{
+public:
+    explicit IntcmPage(const Ui::MainWindow &form) : m_form(form) {}
+
+    /// Sends what the selectors and fields say, and asks for the grid a little later.
+    void configure();
+    void closeChannel();
+
+    void showStatus(std::vector<protocol::intcm::Channel> channels);
+    void showFaults(std::vector<protocol::intcm::Channel> channels);
+
+private:
+    const Ui::MainWindow &m_form;
+    std::vector<protocol::intcm::Channel> m_status;
+    std::vector<protocol::intcm::Channel> m_faults;
 };

@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: MIT
-// Memory errors: injection into three memories and the cache, and the record.
-#include "protocol/memu.h"
+#include "modules/memu.h"
 
 #include "app/mainwindow.h"
 #include "app/textview.h"
 #include "link/commandchannel.h"
+#include "modules/pages.h"
 #include "ui_mainwindow.h"
+
+#include <utility>
 
 namespace memu = protocol::memu;
 
 namespace {
 
-// What is typed goes out as typed; without a selection nothing goes out.
 void inject(memu::Memory memory, const QComboBox *bits, const QString &arguments)
 {
     const int selected = bits->currentIndex();
@@ -26,42 +27,45 @@ QString offsetAndData(const QLineEdit *offset, const QLineEdit *data)
 
 } // namespace
 
-void MainWindow::on_pushButton_memu_inject_clicked()
+void MemuPage::injectFlash()
 {
-    inject(memu::Memory::Flash, ui->comboBox_memu_1, ui->lineEdit_memu_1->text());
+    inject(memu::Memory::Flash, m_form.comboBox_memu_1, m_form.lineEdit_memu_1->text());
 }
 
-void MainWindow::on_pushButton_memu_inject_2_clicked()
+void MemuPage::injectPram()
 {
-    inject(memu::Memory::Pram, ui->comboBox_memu_2, offsetAndData(ui->lineEdit_memu_2, ui->lineEdit_memu_4));
+    inject(memu::Memory::Pram, m_form.comboBox_memu_2, offsetAndData(m_form.lineEdit_memu_2, m_form.lineEdit_memu_4));
 }
 
-void MainWindow::on_pushButton_memu_inject_3_clicked()
+void MemuPage::injectSram()
 {
-    inject(memu::Memory::Sram, ui->comboBox_memu_3, offsetAndData(ui->lineEdit_memu_3, ui->lineEdit_memu_5));
+    inject(memu::Memory::Sram, m_form.comboBox_memu_3, offsetAndData(m_form.lineEdit_memu_3, m_form.lineEdit_memu_5));
 }
 
-void MainWindow::on_pushButton_memu_inject_5_clicked()
-{
-    sendCommand(memu::kInjectCache);
-}
-
-void MainWindow::on_pushButton_memu_faultrecord_get_clicked()
-{
-    sendCommand(memu::kReadFaults);
-}
-
-void MainWindow::on_pushButton_memu_faultstatus_clear_clicked()
+void MemuPage::clearFaults()
 {
     sendCommand(memu::kClearFaults);
     delayMs(100);
     sendCommand(memu::kClearStatus);
 }
 
+void MemuPage::show(std::vector<memu::Fault> faults)
+{
+    m_faults = std::move(faults);
+    textview::show(m_form.textEdit_memuFaultRecord, memu::describe(m_faults));
+}
+
+// clang-format off
+void MainWindow::on_pushButton_memu_inject_clicked() { m_pages->memu.injectFlash(); }
+void MainWindow::on_pushButton_memu_inject_2_clicked() { m_pages->memu.injectPram(); }
+void MainWindow::on_pushButton_memu_inject_3_clicked() { m_pages->memu.injectSram(); }
+void MainWindow::on_pushButton_memu_inject_5_clicked() { sendCommand(memu::kInjectCache); }
+void MainWindow::on_pushButton_memu_faultrecord_get_clicked() { sendCommand(memu::kReadFaults); }
+void MainWindow::on_pushButton_memu_faultstatus_clear_clicked() { m_pages->memu.clearFaults(); }
+// clang-format on
+
 void MainWindow::MEMUDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type != memu::FaultRecordReport)
-        return;
-    m_memu.faults = memu::decodeFaults(payload);
-    textview::show(ui->textEdit_memuFaultRecord, memu::describe(m_memu.faults));
+    if (type == memu::FaultRecordReport)
+        m_pages->memu.show(memu::decodeFaults(payload));
 }

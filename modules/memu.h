@@ -1,9 +1,27 @@
 // SPDX-License-Identifier: MIT
-// What is kept of the memory errors.
+// Memory errors: injection into three memories and the cache, and the record.
 #pragma once
 
 #include "protocol/memu.h"
 
-struct MemuPanel {
-    std::vector<protocol::memu::Fault> faults;
+namespace Ui {
+class MainWindow;
+}
+
+class MemuPage
+{
+public:
+    explicit MemuPage(const Ui::MainWindow &form) : m_form(form) {}
+
+    // Send what is typed as typed; without a selection nothing.
+    void injectFlash();
+    void injectPram();
+    void injectSram();
+    void clearFaults();
+
+    void show(std::vector<protocol::memu::Fault> faults);
+
+private:
+    const Ui::MainWindow &m_form;
+    std::vector<protocol::memu::Fault> m_faults;
 };

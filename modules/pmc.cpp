@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Power management controller: eight voltage detectors from one table, their self-tests and faults.
-#include "protocol/pmc.h"
+#include "modules/pmc.h"
 
 #include "app/display.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
 #include "app/textview.h"
 #include "link/commandchannel.h"
+#include "modules/pages.h"
 #include "ui_mainwindow.h"
 
 #include <QSignalBlocker>
@@ -38,15 +38,55 @@ constexpr Row rows[] = {
     {pmc::PmcLvd, 8, &Form::radioButton_PMC_ADCHVD_onoff_2, &Form::label_PMC_PMCLVD, &Form::label_PMC_PMCLVD_test_s},
 };
 
-void showSelfTest(Form &form, const pmc::SelfTest &test)
+} // namespace
+
+PmcPage::PmcPage(const Ui::MainWindow &form) : m_form(form), pmcFaultRecords(new FaultList(form.comboBox_PMC_FaultRec))
 {
+    form.comboBox_PMC_FaultRec->setModel(pmcFaultRecords);
+}
+
+void PmcPage::show(const pmc::DetectorBits &bits)
+{
+    pmcDetectorBits = bits;
     for (const Row &row : rows) {
-        if (test.code == 0 || test.code == row.detector)
-            indicator::paint(form.*row.selfTest, test.passed ? indicator::kGreen : indicator::kRed);
+        const bool on = pmcDetectorBits.at(row.element);
+        display::checked(m_form.*row.onOff, on);
+        indicator::paint(m_form.*row.status, on ? indicator::kGreen : indicator::kGrey);
     }
 }
 
-} // namespace
+void PmcPage::show(const pmc::SelfTest &test)
+{
+    for (const Row &row : rows) {
+        if (test.code == 0 || test.code == row.detector)
+            indicator::paint(m_form.*row.selfTest, test.passed ? indicator::kGreen : indicator::kRed);
+    }
+}
+
+void PmcPage::show(const pmc::FaultRecord &record)
+{
+    QStringList texts;
+    for (const char code : record.codes)
+        texts.append(pmc::faultText(static_cast<quint8>(code)));
+    display::later(m_form.comboBox_PMC_FaultRec, display::Aspect::Content, [this, texts] {
+        const QSignalBlocker quiet(m_form.comboBox_PMC_FaultRec); // the box beside it shows byte 1's code
+        pmcFaultRecords->setTexts(texts);
+    });
+    textview::show(m_form.textBrowser_PMC_allFaultRec, pmc::describe(record));
+    display::text(m_form.textBrowser_PMC_FaultRec, record.shown ? pmc::faultText(*record.shown) : QString());
+}
+
+void PmcPage::select(int row)
+{
+    if (row >= 0)
+        display::text(m_form.textBrowser_PMC_FaultRec, pmcFaultRecords->text(row));
+}
+
+void PmcPage::reset()
+{
+    for (const Row &row : rows)
+        indicator::paint(m_form.*row.selfTest, indicator::kGrey);
+}
 
 // clang-format off
 void MainWindow::on_pushButton_PMC_getstatus_clicked() { sendCommand(pmc::kGetStatus); }
@@ -76,59 +116,21 @@ void MainWindow::on_radioButton_PMC_FlashLVD_onoff_clicked(bool checked) { sendC
 void MainWindow::on_radioButton_PMC_IOLVD_onoff_clicked(bool checked) { sendCommand(pmc::switchCommand(pmc::IoLvd, checked)); }
 void MainWindow::on_pushButton_pmc_allon_clicked() { sendCommand(pmc::switchCommand(pmc::AllDetectors, true)); }
 void MainWindow::on_pushButton_pmc_alloff_clicked() { sendCommand(pmc::switchCommand(pmc::AllDetectors, false)); }
+void MainWindow::on_comboBox_PMC_FaultRec_currentIndexChanged(int index) { m_pages->pmc.select(index); }
+void MainWindow::PMC_Status_Reset() { m_pages->pmc.reset(); }
 // clang-format on
-
-void MainWindow::PMC_Status_Reset()
-{
-    for (const Row &row : rows)
-        indicator::paint(ui.get()->*row.selfTest, indicator::kGrey);
-}
-
-void MainWindow::on_comboBox_PMC_FaultRec_currentIndexChanged(int index)
-{
-    if (index >= 0)
-        display::text(ui->textBrowser_PMC_FaultRec, m_pmc.pmcFaultRecords.value(index));
-}
-
-void MainWindow::takeDetectors(const QByteArray &payload)
-{
-    m_pmc.pmcDetectorBits = pmc::decodeDetectors(payload);
-    for (const Row &row : rows) {
-        const bool on = m_pmc.pmcDetectorBits.at(row.element);
-        (ui.get()->*row.onOff)->setChecked(on);
-        indicator::paint(ui.get()->*row.status, on ? indicator::kGreen : indicator::kGrey);
-    }
-}
-
-void MainWindow::takePmcFaults(const QByteArray &payload)
-{
-    const pmc::FaultRecord record = pmc::decodeFaultRecord(payload);
-    m_pmc.pmcFaultRecords.clear();
-    QStringList items;
-    for (int i = 0; i < record.codes.size(); ++i) {
-        m_pmc.pmcFaultRecords.append(pmc::faultText(static_cast<quint8>(record.codes[i])));
-        items.append(QStringLiteral("Fault %1").arg(i + 1));
-    }
-    display::later(ui->comboBox_PMC_FaultRec, [box = ui->comboBox_PMC_FaultRec, items] {
-        const QSignalBlocker quiet(box); // the box beside it shows byte 1's code, whatever is selected
-        box->clear();
-        box->addItems(items);
-    });
-    textview::show(ui->textBrowser_PMC_allFaultRec, pmc::describe(record));
-    display::text(ui->textBrowser_PMC_FaultRec, record.shown ? pmc::faultText(*record.shown) : QString());
-}
 
 void MainWindow::PMCDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
     switch (type) {
     case pmc::DetectorReport:
-        takeDetectors(payload);
+        m_pages->pmc.show(pmc::decodeDetectors(payload));
         break;
     case pmc::FaultRecordReport:
-        takePmcFaults(payload);
+        m_pages->pmc.show(pmc::decodeFaultRecord(payload));
         break;
     case pmc::SelfTestReport:
-        showSelfTest(*ui, pmc::decodeSelfTest(payload));
+        m_pages->pmc.show(pmc::decodeSelfTest(payload));
         break;
     default:
         break;

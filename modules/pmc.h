@@ -1,10 +1,29 @@
 // SPDX-License-Identifier: MIT
-// What is kept of the voltage detectors.
+// Power management controller: eight voltage detectors, their self-tests and faults.
 #pragma once
 
+#include "modules/faultlist.h"
 #include "protocol/pmc.h"
 
-struct PmcPanel {
+namespace Ui {
+class MainWindow;
+}
+
+class PmcPage
+{
+public:
+    explicit PmcPage(const Ui::MainWindow &form);
+
+    void show(const protocol::pmc::DetectorBits &bits);
+    void show(const protocol::pmc::SelfTest &test);
+    void show(const protocol::pmc::FaultRecord &record);
+    /// Shows the fault of that row; a negative one changes nothing.
+    void select(int row);
+    /// Self-tests count as not started.
+    void reset();
+
+private:
+    const Ui::MainWindow &m_form;
     protocol::pmc::DetectorBits pmcDetectorBits = {};
-    QStringList pmcFaultRecords; // entry k is item k of the record selector
+    FaultList *const pmcFaultRecords; // the selector's
 };

@@ -1,17 +1,25 @@
 // SPDX-License-Identifier: MIT
-// What is kept of the board's resets.
+// Reasons of the board's last reset, and the label that blinks after one.
 #pragma once
 
-#include <QBitArray>
-#include <QPointer>
-#include <QTimer>
+#include "protocol/reset.h"
 
-struct ResetPanel {
-    QBitArray resetReasonBits; // 24 flags of the last reset report
-    QBitArray resetSourceBits; // 128 flags of the last reset report
-    bool destructiveResetSeen = false;
-    bool bistResetPending = false;
-    int refreshes = 0;           // under way, one inside the wait of another
-    bool refreshMissed = false;  // one was put off because too many were under way
-    QPointer<QTimer> resetTimer; // the latest one; earlier ones run on
+namespace Ui {
+class MainWindow;
+}
+
+class ResetPanel
+{
+public:
+    explicit ResetPanel(const Ui::MainWindow &form) : m_form(form) {}
+
+    void show(const protocol::reset::Reasons &reasons);
+    void blink();
+
+    bool destructiveResetSeen = false; // since the last refresh
+
+private:
+    const Ui::MainWindow &m_form;
+    QBitArray resetReasonBits; // of the last report
+    QBitArray resetSourceBits;
 };

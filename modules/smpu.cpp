@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// System memory protection: five region rows from one table.
-#include "protocol/smpu.h"
+#include "modules/smpu.h"
 
 #include "app/display.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
 #include "app/textview.h"
 #include "link/commandchannel.h"
+#include "modules/pages.h"
 #include "protocol/hextext.h"
 #include "ui_mainwindow.h"
 
@@ -76,23 +76,27 @@ void showRow(const Form &form, const Row &row, const smpu::Region &region)
     display::text(form.*row.start, protocol::hexText(region.start, 8));
     display::text(form.*row.end, protocol::hexText(region.end, 8));
     indicator::paint(form.*row.unit, region.unitOn ? indicator::kGreen : indicator::kGrey);
-    const QString valid = region.valid ? QStringLiteral("Valid") : QStringLiteral("Not Valid");
-    indicator::paint(form.*row.valid, region.valid ? indicator::kGreen : indicator::kGrey, valid);
-    display::text(form.*row.valid, valid);
+    indicator::state(form.*row.valid, region.valid ? QStringLiteral("Valid") : QStringLiteral("Not Valid"),
+                     indicator::background(region.valid ? indicator::kGreen : indicator::kGrey));
     for (std::size_t core = 0; core < row.rights.size(); ++core)
         display::text(form.*row.rights[core], smpu::rightsText(region.rights[core]));
     display::text(form.*row.cache, region.cacheInhibit ? QStringLiteral("Inhibit") : QStringLiteral("Enable"));
 }
 
-void showRegion(const Form &form, const smpu::Region &region)
+} // namespace
+
+void SmpuPage::show(const smpu::Region &region)
 {
     for (const Row &row : rows) {
         if (row.selector == region.selector)
-            showRow(form, row, region);
+            showRow(m_form, row, region);
     }
 }
 
-} // namespace
+void SmpuPage::show(const std::vector<smpu::Fault> &faults)
+{
+    textview::show(m_form.textEdit_smpuFaultRecord, smpu::describe(faults));
+}
 
 // clang-format off
 void MainWindow::on_pushButton_smpuUpdate_clicked() { sendCommand(smpu::kGetRegions); }
@@ -112,7 +116,7 @@ void MainWindow::on_pushButton_smpu_faultstatus_clear_clicked() { sendCommand(sm
 void MainWindow::SMPUDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
     if (type == smpu::RegionReport)
-        showRegion(*ui, smpu::decodeRegion(payload));
+        m_pages->smpu.show(smpu::decodeRegion(payload));
     else if (type == smpu::FaultRecordReport)
-        textview::show(ui->textEdit_smpuFaultRecord, smpu::describe(smpu::decodeFaults(payload)));
+        m_pages->smpu.show(smpu::decodeFaults(payload));
 }

@@ -1,14 +1,24 @@
 // SPDX-License-Identifier: MIT
-// Signal processing accelerator: frame counter, its two memory checks, fault record.
-#include "protocol/spt.h"
+#include "modules/spt.h"
 
 #include "app/display.h"
 #include "app/mainwindow.h"
 #include "app/textview.h"
 #include "link/commandchannel.h"
+#include "modules/pages.h"
 #include "ui_mainwindow.h"
 
 namespace spt = protocol::spt;
+
+void SptPage::showFrameCount(quint32 count)
+{
+    display::text(m_form.lineEdit_spt, QString::number(count));
+}
+
+void SptPage::show(const spt::FaultRecord &record)
+{
+    textview::show(m_form.textEdit_sptFaultRecord, spt::describe(record));
+}
 
 // clang-format off
 void MainWindow::on_pushButton_spt_oram_clicked() { sendCommand(spt::kInjectOram); }
@@ -20,7 +30,7 @@ void MainWindow::on_pushButton_spt_faultstatus_clear_clicked() { sendCommand(spt
 void MainWindow::SPTDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
     if (type == spt::FrameCountReport)
-        display::text(ui->lineEdit_spt, QString::number(spt::decodeFrameCount(payload)));
+        m_pages->spt.showFrameCount(spt::decodeFrameCount(payload));
     else if (type == spt::FaultRecordReport)
-        textview::show(ui->textEdit_sptFaultRecord, spt::describe(spt::decodeFaultRecord(payload)));
+        m_pages->spt.show(spt::decodeFaultRecord(payload));
 }

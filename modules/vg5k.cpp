@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The external safety power chip: regulators, fail-safe state, debug mode, fault counter.
-#include "protocol/vg5k.h"
+#include "modules/vg5k.h"
 
 #include "app/display.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
+#include "modules/pages.h"
 #include "ui_mainwindow.h"
 
 namespace vg5k = protocol::vg5k;
@@ -38,49 +38,50 @@ static_assert(std::size(states) == vg5k::NormalFs + 1);
 
 constexpr StateRow unknownState = {"Unknown", "rgb(200,200,200)"};
 
-void showRegulators(const Form &form, quint8 bits)
-{
-    for (std::size_t bit = 0; bit < std::size(regulators); ++bit)
-        indicator::paint(form.*regulators[bit], bits >> bit & 1 ? indicator::kGrey : indicator::kGreen);
-}
-
-void showState(QLineEdit *field, const vg5k::Report &report)
-{
-    const StateRow &row = report.hasValue && report.value < std::size(states) ? states[report.value] : unknownState;
-    const QString text = QString::fromLatin1(row.text);
-    display::text(field, text);
-    indicator::paint(field, row.colour, text, row.ink);
-}
-
-void showDebug(QLineEdit *field, bool debug)
-{
-    const QString text = debug ? QStringLiteral("In DEBUG mode") : QStringLiteral("NOT in DEBUG mode");
-    display::text(field, text);
-    indicator::paint(field, debug ? indicator::kGrey : indicator::kGreen, text);
-}
-
 } // namespace
 
-void MainWindow::VG5kDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
+void Vg5kPage::showRegulators(quint8 bits)
 {
-    if (type != vg5k::ItemReport)
-        return;
-    const vg5k::Report report = vg5k::decodeReport(payload);
+    for (std::size_t bit = 0; bit < std::size(regulators); ++bit)
+        indicator::paint(m_form.*regulators[bit], bits >> bit & 1 ? indicator::kGrey : indicator::kGreen);
+}
+
+void Vg5kPage::showState(const vg5k::Report &report)
+{
+    const StateRow &row = report.hasValue && report.value < std::size(states) ? states[report.value] : unknownState;
+    indicator::state(m_form.lineEdit_vg5k_Fail, QString::fromLatin1(row.text), indicator::background(row.colour),
+                     row.ink);
+}
+
+void Vg5kPage::showDebug(bool debug)
+{
+    indicator::state(m_form.lineEdit_vg5k_debug,
+                     debug ? QStringLiteral("In DEBUG mode") : QStringLiteral("NOT in DEBUG mode"),
+                     indicator::background(debug ? indicator::kGrey : indicator::kGreen));
+}
+
+void Vg5kPage::show(const vg5k::Report &report)
+{
     switch (report.item) {
     case vg5k::Regulators:
-        showRegulators(*ui, report.value);
+        showRegulators(report.value);
         break;
     case vg5k::FailSafeState:
-        showState(ui->lineEdit_vg5k_Fail, report);
+        showState(report);
         break;
     case vg5k::DebugMode:
-        showDebug(ui->lineEdit_vg5k_debug, report.value & 1);
+        showDebug(report.value & 1);
         break;
     case vg5k::FaultCounter:
-        display::later(ui->lcdNumber_vg5k_Fault,
-                       [this, value = report.value] { ui->lcdNumber_vg5k_Fault->display(value); });
+        display::value(m_form.lcdNumber_vg5k_Fault, report.value);
         break;
     default:
         break;
     }
+}
+
+void MainWindow::VG5kDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
+{
+    if (type == vg5k::ItemReport)
+        m_pages->vg5k.show(vg5k::decodeReport(payload));
 }

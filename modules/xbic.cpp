@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: MIT
-// Crossbar integrity checkers: five groups from one table, fault paths that blink.
-#include "protocol/xbic.h"
+#include "modules/xbic.h"
 
+#include "app/animations.h"
 #include "app/display.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
 #include "app/messagebox.h"
 #include "app/textview.h"
 #include "link/commandchannel.h"
+#include "modules/pages.h"
 #include "ui_mainwindow.h"
 
 #include <array>
+#include <utility>
 
 namespace xbic = protocol::xbic;
 
@@ -40,21 +42,36 @@ static_assert(rows.size() == xbic::kCheckerCount);
 
 } // namespace
 
-void MainWindow::injectCrossbarFault(int checker)
+void XbicPage::inject(int checker)
 {
     const Row &row = rows.at(static_cast<std::size_t>(checker));
-    if (!(ui.get()->*row.group)->isChecked()) {
-        inform(this, tr("Please check"),
+    if (!(m_form.*row.group)->isChecked()) {
+        inform(&m_window, QStringLiteral("Please check"),
                QStringLiteral("XBIC%1 is disabled, can not inject fault to XBIC%1.").arg(checker), QMessageBox::Ok);
         return;
     }
-    QLabel *const from = ui.get()->*row.from;
-    QLabel *const to = ui.get()->*row.to;
-    tolabeltwinkle(from, to, 150, indicator::background(indicator::kRed), indicator::background(indicator::kGreen), 3);
+    QLabel *const from = m_form.*row.from;
+    QLabel *const to = m_form.*row.to;
+    animation::blink(from, to, 150, indicator::background(indicator::kRed), indicator::background(indicator::kGreen),
+                     3);
     delayMs(2000);
-    indicator::paint(from, indicator::kGreen, QStringLiteral("path of the last injected fault"));
-    indicator::paint(to, row.lastColour, QStringLiteral("path of the last injected fault"));
+    const QString meaning = QStringLiteral("path of the last injected fault");
+    indicator::paint(from, indicator::kGreen, meaning);
+    indicator::paint(to, row.lastColour, meaning);
     sendCommand(xbic::injectCommand(checker));
+}
+
+void XbicPage::showEnables(quint8 enables)
+{
+    m_enabled = static_cast<quint8>((m_enabled & ~xbic::kCheckerMask) | enables);
+    for (std::size_t n = 0; n < rows.size(); ++n)
+        display::checked(m_form.*rows[n].group, m_enabled >> n & 1);
+}
+
+void XbicPage::show(std::vector<xbic::Fault> faults)
+{
+    m_faults = std::move(faults);
+    textview::show(m_form.textEdit_xbicFaultRecord, xbic::describe(m_faults));
 }
 
 // clang-format off
@@ -67,28 +84,17 @@ void MainWindow::on_groupBox_XBIC1_clicked(bool checked) { sendCommand(xbic::ena
 void MainWindow::on_groupBox_XBIC2_clicked(bool checked) { sendCommand(xbic::enableCommand(2, checked)); }
 void MainWindow::on_groupBox_XBIC3_clicked(bool checked) { sendCommand(xbic::enableCommand(3, checked)); }
 void MainWindow::on_groupBox_XBIC4_clicked(bool checked) { sendCommand(xbic::enableCommand(4, checked)); }
-void MainWindow::on_pushButton_xbic_fault1_clicked() { injectCrossbarFault(0); }
-void MainWindow::on_pushButton_xbic_fault2_clicked() { injectCrossbarFault(1); }
-void MainWindow::on_pushButton_xbic_fault3_clicked() { injectCrossbarFault(2); }
-void MainWindow::on_pushButton_xbic_fault4_clicked() { injectCrossbarFault(3); }
-void MainWindow::on_pushButton_xbic_fault5_clicked() { injectCrossbarFault(4); }
+void MainWindow::on_pushButton_xbic_fault1_clicked() { m_pages->xbic.inject(0); }
+void MainWindow::on_pushButton_xbic_fault2_clicked() { m_pages->xbic.inject(1); }
+void MainWindow::on_pushButton_xbic_fault3_clicked() { m_pages->xbic.inject(2); }
+void MainWindow::on_pushButton_xbic_fault4_clicked() { m_pages->xbic.inject(3); }
+void MainWindow::on_pushButton_xbic_fault5_clicked() { m_pages->xbic.inject(4); }
 // clang-format on
-
-void MainWindow::takeCheckers(const QByteArray &payload)
-{
-    m_xbic.enabled = static_cast<quint8>((m_xbic.enabled & ~xbic::kCheckerMask) | xbic::decodeEnables(payload));
-    for (std::size_t n = 0; n < rows.size(); ++n) {
-        QGroupBox *const group = ui.get()->*rows[n].group;
-        display::later(group, [group, on = (m_xbic.enabled >> n & 1) != 0] { group->setChecked(on); });
-    }
-}
 
 void MainWindow::XBICDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == xbic::EnableReport) {
-        takeCheckers(payload);
-    } else if (type == xbic::FaultRecordReport) {
-        m_xbic.faults = xbic::decodeFaults(payload);
-        textview::show(ui->textEdit_xbicFaultRecord, xbic::describe(m_xbic.faults));
-    }
+    if (type == xbic::EnableReport)
+        m_pages->xbic.showEnables(xbic::decodeEnables(payload));
+    else if (type == xbic::FaultRecordReport)
+        m_pages->xbic.show(xbic::decodeFaults(payload));
 }

@@ -1,10 +1,30 @@
 // SPDX-License-Identifier: MIT
-// What is kept of the crossbar checkers.
+// Crossbar integrity checkers: five groups, fault paths that blink.
 #pragma once
 
 #include "protocol/xbic.h"
 
-struct XbicPanel {
-    quint8 enabled = 0; // bit n: checker n
-    std::vector<protocol::xbic::Fault> faults;
+class QWidget;
+namespace Ui {
+class MainWindow;
+}
+
+class XbicPage
+{
+public:
+    /// Boxes open over `window`.
+    XbicPage(const Ui::MainWindow &form, QWidget &window) : m_form(form), m_window(window) {}
+
+    /// The fault's path blinks, then the command goes out; a checker that is off is told.
+    void inject(int checker);
+
+    /// Bit n of `enables`: checker n is on.
+    void showEnables(quint8 enables);
+    void show(std::vector<protocol::xbic::Fault> faults);
+
+private:
+    const Ui::MainWindow &m_form;
+    QWidget &m_window;
+    quint8 m_enabled = 0; // bit n: checker n
+    std::vector<protocol::xbic::Fault> m_faults;
 };

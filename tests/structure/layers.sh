@@ -23,6 +23,8 @@ forbid protocol link session app modules console help simulator support demo
 forbid session link app modules console help simulator support demo
 forbid simulator link session app modules console help support demo
 forbid "app modules console help" simulator support demo
+# The window knows its pages by name alone; they, the console and the help are built on it.
+forbid app modules console help
 # The settings dialog has widgets and belongs to the program, but knows nothing of the window.
 forbid link session app modules console help simulator support demo
 grep -rnE '#include <Q(Widget|Label|Dialog|Main|Message)' protocol link session simulator --include='*.h' --include='*.cpp' \

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// Software watchdogs: one per core.
+#pragma once
+
+#include "protocol/swt.h"
+
+namespace Ui {
+class MainWindow;
+}
+
+class SwtPage
+{
+public:
+    explicit SwtPage(const Ui::MainWindow &form) : m_form(form) {}
+
+    /// The indicator follows at once, without waiting for the board.
+    void switchWatchdog(int watchdog, bool on);
+    /// Sends what the selectors say.
+    void configure();
+
+    void show(const protocol::swt::Status &status);
+
+private:
+    const Ui::MainWindow &m_form;
+};
