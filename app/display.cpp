@@ -2,6 +2,8 @@
 #include "app/display.h"
 
 #include <QAbstractButton>
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QGroupBox>
 #include <QHash>
 #include <QLCDNumber>
@@ -11,6 +13,7 @@
 #include <QPointer>
 #include <QSpinBox>
 #include <QTextEdit>
+#include <QTimer>
 
 #include <utility>
 #include <vector>
@@ -19,12 +22,15 @@ namespace display {
 
 namespace {
 
+constexpr qint64 kShowEveryMs = 16; // a screen shows no more
+
 struct Work {
     QPointer<QWidget> widget;
     std::function<void()> run;
 };
 
-// The works of an arrival, found by widget and aspect, done in the order of the first request for each.
+// The works of an arrival, found by widget and aspect, done in the order of the
+// first request for each.
 class Queue
 {
 public:
@@ -34,13 +40,15 @@ public:
         const auto place = m_places.constFind(key);
         if (place != m_places.constEnd()) {
             Work &work = m_works[*place];
-            work = {widget,
-                    std::move(run)}; // the widget, too: another one may have got the address of one that is gone
+            work = {widget, std::move(run)}; // the widget, too: another one may have
+                                             // got the address of one that is gone
             return;
         }
         m_places.insert(key, m_works.size());
         m_works.push_back({widget, std::move(run)});
     }
+
+    bool isEmpty() const { return m_works.empty(); }
 
     void run() const
     {
@@ -59,11 +67,34 @@ private:
 
 int batches = 0;
 Queue waiting;
+QElapsedTimer sinceShown;
+QPointer<QTimer> nextShow;
 std::vector<std::function<void()>> behind; // the arrival
 
 void show()
 {
+    if (waiting.isEmpty())
+        return;
+    sinceShown.start();
     std::exchange(waiting, {}).run();
+}
+
+// At once where the last time is long enough ago, else when it is.
+void showInTime()
+{
+    const qint64 elapsed = sinceShown.isValid() ? sinceShown.elapsed() : kShowEveryMs;
+    if (elapsed >= kShowEveryMs) {
+        show();
+        return;
+    }
+    if (!nextShow) {
+        nextShow = new QTimer(QCoreApplication::instance());
+        nextShow->setSingleShot(true);
+        nextShow->setTimerType(Qt::PreciseTimer);
+        QObject::connect(nextShow, &QTimer::timeout, nextShow, show);
+    }
+    if (!nextShow->isActive())
+        nextShow->start(static_cast<int>(kShowEveryMs - elapsed));
 }
 
 // The text of a label or a field.
@@ -90,7 +121,7 @@ Batch::Batch()
 Batch::~Batch()
 {
     --batches;
-    show();
+    showInTime();
     const auto works = std::exchange(behind, {});
     for (const auto &work : works)
         work();
@@ -108,10 +139,12 @@ Pause::~Pause()
 
 void later(QWidget *widget, Aspect aspect, std::function<void()> work)
 {
-    if (batches > 0)
+    if (batches > 0) {
         waiting.put(widget, aspect, std::move(work));
-    else
-        work();
+        return;
+    }
+    show(); // what came before
+    work();
 }
 
 void afterArrival(std::function<void()> work)

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Puts what was decoded on the screen: only what changed, and once for all frames of one arrival.
+// Puts what was decoded on the screen: only what changed, once for all frames
+// of one arrival, and at most 60 times per second.
 //
-// A widget takes 10 to 20 microseconds to repaint, a frame on the line about 70. So while the frames of an arrival are
-// decoded (a Batch lives), the latest work for each aspect of each widget waits for the batch's end; outside a batch
-// everything is done at once.
+// A widget takes 10 to 20 microseconds to repaint, a frame on the line
+// about 70. So while the frames of an arrival are decoded (a Batch lives), the
+// latest work for each aspect of each widget waits for the batch's end, and in
+// a flood a few milliseconds more; outside a batch everything is done at once,
+// behind what waits.
 #pragma once
 
 #include <QString>
@@ -21,7 +24,9 @@ class QWidget;
 
 namespace display {
 
-/// While one lives, what is shown waits. Batches nest; the end of any of them shows everything that waits.
+/// While one lives, what is shown waits. Batches nest; the end of any of them
+/// shows everything that waits, or sees to it where something was shown only
+/// just before.
 class Batch
 {
 public:
@@ -31,7 +36,8 @@ public:
     Batch &operator=(const Batch &) = delete;
 };
 
-/// While one lives, nothing waits: for code that processes events, so that what happens meanwhile is seen.
+/// Shows everything that waits, and while one lives nothing waits: for code
+/// that processes events, so that what happens meanwhile is seen.
 class Pause
 {
 public:
@@ -51,11 +57,12 @@ enum class Aspect {
     Style,   // style sheet, ink, description
 };
 
-/// Does `work` at the batch's end, in the order in which the aspects were first asked for. A later work for the same
-/// aspect of the same widget takes the place of an earlier one; a work whose widget is gone by then is dropped.
+/// Does `work` when everything is shown, in the order in which the aspects were
+/// first asked for. A later work for the same aspect of the same widget takes
+/// the place of an earlier one; a work whose widget is gone by then is dropped.
 void later(QWidget *widget, Aspect aspect, std::function<void()> work);
 
-/// Does `work` when everything of the arrival has been decoded and shown.
+/// Does `work` when everything of the arrival has been decoded.
 void afterArrival(std::function<void()> work);
 
 /// Set the text where it differs.

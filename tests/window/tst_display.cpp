@@ -23,6 +23,9 @@ class TestDisplay : public QObject
 {
     Q_OBJECT
 
+private:
+    static void showAll() { const display::Pause pause; }
+
 private slots:
     // Whatever the widget showed before: the last of an arrival counts, for text and colour alike.
     void theLatestOfAnArrivalIsShown()
@@ -36,6 +39,7 @@ private slots:
             for (const char *text : {"two", "one"})
                 display::text(&label, QString::fromLatin1(text));
         }
+        showAll();
         QCOMPARE(label.text(), QStringLiteral("one"));
         QCOMPARE(label.styleSheet(), indicator::background(indicator::kGreen));
         QCOMPARE(label.accessibleDescription(), QStringLiteral("Green: on"));
@@ -69,6 +73,27 @@ private slots:
         QCOMPARE(done, QStringList("after"));
     }
 
+    // Arrivals as fast as they come: the last one is seen, most are not; what is done directly comes behind them.
+    void floodsAreThinnedOut()
+    {
+        QLineEdit field;
+        int changes = 0;
+        connect(&field, &QLineEdit::textChanged, this, [&changes] { ++changes; });
+        const auto arrive = [&field](int number) {
+            const display::Batch batch;
+            display::text(&field, QString::number(number));
+        };
+        for (int number = 0; number < 500; ++number)
+            arrive(number);
+        QTRY_COMPARE(field.text(), QStringLiteral("499"));
+        QVERIFY(changes < 250);
+        arrive(500);
+        arrive(501);
+        display::text(&field, QStringLiteral("direct"));
+        showAll();
+        QCOMPARE(field.text(), QStringLiteral("direct"));
+    }
+
     void everyKindOfWidget()
     {
         QCheckBox box;
@@ -86,6 +111,7 @@ private slots:
             indicator::state(&field, QStringLiteral("Not Valid"), indicator::background(indicator::kGrey));
             QVERIFY(!box.isChecked() && group.isChecked() && spin.value() == 0 && field.text().isEmpty());
         }
+        showAll();
         QVERIFY(box.isChecked() && !group.isChecked());
         QCOMPARE(spin.value(), 7);
         QCOMPARE(counter.intValue(), 255);

@@ -579,7 +579,7 @@ private slots:
             }
             display::text(field, "three");
         }
-        QCOMPARE(field->text(), QStringLiteral("three"));
+        QTRY_COMPARE(field->text(), QStringLiteral("three"));
     }
 
     // The same for colours, and for several reports of one arrival.
