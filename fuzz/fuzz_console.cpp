@@ -25,7 +25,7 @@ QStringList takeInPieces(const QByteArray &bytes, uint8_t seed)
 {
     Pieces pieces(seed);
     FuzzInput input(reinterpret_cast<const uint8_t *>(bytes.constData()), static_cast<std::size_t>(bytes.size()));
-    TextFrames parser;
+    auto parser = TextFrames();
     QStringList texts;
     while (!input.isEmpty())
         texts += parser.take(input.bytes(pieces.next()));
