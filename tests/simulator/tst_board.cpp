@@ -4,6 +4,8 @@
 #include "simulator/virtualboard.h"
 #include "tests/simulator/recorder.h"
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -284,6 +286,26 @@ private slots:
         received.clear();
         QTRY_VERIFY((received += readAll()).endsWith(QByteArray::fromHex("D4B2")));
         QCOMPARE(received, QByteArray::fromHex("A5C3 0000 03 01 0001 1F 0000 D4B2"));
+        close(program);
+    }
+
+    // 40000 bytes at 195840 per second, on a clock that runs ahead while nobody works.
+    void theLineTakesItsTime()
+    {
+        constexpr int size = 40000;
+        VirtualBoard board;
+        const int program = open(board.tty().toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+        QTRY_VERIFY(board.line().isConnected());
+        QElapsedTimer clock;
+        clock.start();
+        board.line().send(QByteArray(size, 'x'));
+        char buffer[65536];
+        for (int received = 0; received < size && clock.elapsed() < 5000;) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+            received += static_cast<int>(std::max<ssize_t>(0, read(program, buffer, sizeof buffer)));
+        }
+        const auto elapsed = clock.elapsed();
+        QVERIFY2(elapsed >= 195 && elapsed < 800, qPrintable(QString::number(elapsed)));
         close(program);
     }
 };
