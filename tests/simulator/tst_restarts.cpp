@@ -127,6 +127,45 @@ private slots:
         QVERIFY(m_recorder->lines.contains("13/4 0f00"));
     }
 
+    // One reset short of the threshold, again and again: nothing escalates.
+    void aClearedCounterStartsAnew_data()
+    {
+        QTest::addColumn<QByteArray>("threshold");
+        QTest::addColumn<QByteArray>("clear");
+        QTest::addColumn<QByteArray>("reset");
+        QTest::addColumn<QString>("reasons");
+        QTest::newRow("functional") << QByteArray("resetEsca 1 3 2") << QByteArray("resetEsca 1 2")
+                                    << QByteArray("inject 1") << "13/1 00400000";
+        QTest::newRow("destructive") << QByteArray("resetEsca 2 3 2") << QByteArray("resetEsca 2 2")
+                                     << QByteArray("inject 2") << "13/1 00004000";
+    }
+
+    void aClearedCounterStartsAnew()
+    {
+        QFETCH(QByteArray, threshold);
+        QFETCH(QByteArray, clear);
+        QFETCH(QByteArray, reset);
+        QFETCH(QString, reasons);
+        run(threshold);
+        for (int resets = 1; resets <= 3; ++resets) {
+            run(clear);
+            run(reset);
+            QVERIFY(!m_board->isHeld());
+            QTRY_COMPARE(restartCount(), resets);
+            QCOMPARE(m_recorder->lines.filter(reasons).size(), resets);
+        }
+    }
+
+    void theEnginesKeysStay()
+    {
+        run("cse 1");
+        QTRY_VERIFY(!m_recorder->lines.filter("15/1 00").isEmpty());
+        run("inject 2");
+        QTRY_COMPARE(restartCount(), 1);
+        run("cse 4 ");
+        QTRY_VERIFY(m_recorder->lines.join('\n').contains("0010bb1d6929e95937287fa37d129b756746"));
+    }
+
     // The power chip takes 0.8 s for each step to NORMAL_FS; with a bad regulator it does not come that far.
     void thePowerChipStartsInSteps()
     {
