@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Waits over time that does not go its even way. Sleeping takes no time here, days pass at once.
+// Waits around midnight, where the time of day jumps back. Sleeping takes no time here, days pass at once.
 #include "link/commandchannel.h"
 
 #include <QElapsedTimer>
