@@ -88,7 +88,7 @@ const Decoder decoders[] = {
     [](const QByteArray &p) { pmc::decodeSelfTest(p); },
     [](const QByteArray &p) {
         const pmc::FaultRecord record = pmc::decodeFaultRecord(p);
-        require(record.codes.size() == record.count, "a code an entry");
+        require(record.faults.size() == record.count, "a code an entry");
         requireLines(pmc::describe(record));
         pmc::faultText(record.shown.value_or(0));
     },
@@ -100,7 +100,7 @@ const Decoder decoders[] = {
         for (int flag = 0; flag < reset::kReasonCount; ++flag)
             require(!reasons.reasons.testBit(flag) || !reset::reasonText(flag).isEmpty(), "a text a reason");
         for (int flag = 0; flag < reset::kSourceFlagCount; ++flag)
-            require(!fccu::sourceText(reset::faultOfFlag(flag)).isNull(), "a text a source");
+            require(!fccu::fccuFaultSource(reset::faultOfFlag(flag)).isNull(), "a text a source");
         reasons.isDestructive();
     },
     [](const QByteArray &p) { reset::decodeEscalation(p); },
@@ -115,7 +115,7 @@ const Decoder decoders[] = {
     [](const QByteArray &p) { spt::decodeFrameCount(p); },
     [](const QByteArray &p) {
         const spt::FaultRecord record = spt::decodeFaultRecord(p);
-        require(record.codes.size() <= static_cast<std::size_t>(p.size()) / 4, "four bytes a code");
+        require(record.faults.size() <= static_cast<std::size_t>(p.size()) / 4, "four bytes a code");
         requireLines(spt::describe(record));
     },
     [](const QByteArray &p) { require(!swt::modeName(swt::decodeStatus(p).mode).isEmpty(), "a name"); },

@@ -99,7 +99,7 @@ void showOff(const Form &form, const Row &row, const QString &grey)
         indicator::paint(form.*label, grey);
 }
 
-void showMonitor(const Form &form, const Row &row, const cmu::Monitor &monitor)
+void showMonitor(const Form &form, const Row &row, const cmu::CmuRecord &monitor)
 {
     display::checked(form.*row.enable, monitor.enabled);
     if (!monitor.enabled) {
@@ -263,7 +263,7 @@ void CmuPage::injectLowLimits()
     injectLimits(5, lower - 20, lower);
 }
 
-void CmuPage::store(const cmu::Monitor &monitor)
+void CmuPage::store(const cmu::CmuRecord &monitor)
 {
     if (m_records.size() < cmu::kMonitorCount)
         m_records.push_back(monitor);
@@ -271,7 +271,7 @@ void CmuPage::store(const cmu::Monitor &monitor)
         m_records[monitor.id] = monitor;
 }
 
-void CmuPage::show(const cmu::Monitor &monitor)
+void CmuPage::show(const cmu::CmuRecord &monitor)
 {
     store(monitor);
     if (monitor.value > monitor.upper || monitor.value < monitor.lower) {

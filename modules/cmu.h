@@ -17,7 +17,7 @@ public:
     /// Boxes open over `window`.
     CmuPage(const Ui::MainWindow &form, QWidget &window) : m_form(form), m_window(window) {}
 
-    void show(const protocol::cmu::Monitor &monitor);
+    void show(const protocol::cmu::CmuRecord &monitor);
     void show(const protocol::cmu::ClockStatus &clock);
     void show(const protocol::cmu::FaultRecord &record);
     void showText(const QString &text);
@@ -39,11 +39,11 @@ public:
 private:
     bool confirmLimits(int monitor);
     void injectLimits(int fault, int lower, int upper);
-    void store(const protocol::cmu::Monitor &monitor);
+    void store(const protocol::cmu::CmuRecord &monitor);
 
     const Ui::MainWindow &m_form;
     QWidget &m_window;
     // In order of arrival until there are as many as monitors; from then on by monitor number.
-    std::vector<protocol::cmu::Monitor> m_records;
+    std::vector<protocol::cmu::CmuRecord> m_records;
     protocol::cmu::ClockStatus clockStatus;
 };

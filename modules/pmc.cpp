@@ -66,8 +66,8 @@ void PmcPage::show(const pmc::SelfTest &test)
 void PmcPage::show(const pmc::FaultRecord &record)
 {
     QStringList texts;
-    for (const char code : record.codes)
-        texts.append(pmc::faultText(static_cast<quint8>(code)));
+    for (const pmc::FaultCode &fault : record.faults)
+        texts.append(pmc::faultText(fault.code));
     display::later(m_form.comboBox_PMC_FaultRec, display::Aspect::Content, [this, texts] {
         const QSignalBlocker quiet(m_form.comboBox_PMC_FaultRec); // the box beside it shows byte 1's code
         pmcFaultRecords->setTexts(texts);

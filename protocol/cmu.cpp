@@ -2,16 +2,15 @@
 #include "protocol/cmu.h"
 
 #include "protocol/frame.h"
-#include "protocol/payload.h"
 
 #include <algorithm>
-#include <iterator>
+#include <array>
 
 namespace protocol::cmu {
 
 namespace {
 
-constexpr const char *descriptions[] = {
+constexpr std::array descriptions = {
     "Description: Higher than CMU%1 reference frequency limit\r\n",
     "Description: Lower than CMU%1 reference frequency limit\r\n",
     "Description: CMU%1 clock loss\r\n",
@@ -19,41 +18,20 @@ constexpr const char *descriptions[] = {
 
 } // namespace
 
-Monitor decodeMonitor(const QByteArray &payload)
+CmuRecord decodeMonitor(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    const quint8 flags = read.u8(0);
-    return {static_cast<quint8>(flags >> 4),
-            (flags & 4) != 0,
-            (flags & 2) != 0,
-            (flags & 1) != 0,
-            read.u8(1),
-            read.u8(2),
-            read.u8(3)};
+    return decode<CmuRecord>(payload);
 }
 
 ClockStatus decodeClock(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    const quint8 flags = read.u8(0);
-    return {(flags & 0x80) != 0,
-            (flags & 0x40) != 0,
-            (flags & 0x20) != 0,
-            (flags & 0x10) != 0,
-            (flags & 0x08) != 0,
-            static_cast<quint8>(flags & 7),
-            static_cast<float>(read.u24be(1)) / 1000000.0F};
+    return decode<ClockStatus>(payload);
 }
 
 FaultRecord decodeFaultRecord(const QByteArray &payload, quint32 length)
 {
-    const PayloadReader read(payload);
-    FaultRecord record;
-    record.count = read.u8(0);
-    const int end = static_cast<int>(std::min<quint32>(length, kMaxPayloadSize));
-    for (int at = 1; at < end; ++at)
-        record.entries.push_back({static_cast<quint8>(read.u8(at) >> 4), static_cast<quint8>(read.u8(at) & 0x0F)});
-    return record;
+    const int size = static_cast<int>(std::clamp<quint32>(length, 1, kMaxPayloadSize));
+    return decode<FaultRecord>(payload.leftJustified(size, '\0', true));
 }
 
 QString clockSourceName(quint8 code)
@@ -72,6 +50,12 @@ QString clockSourceName(quint8 code)
     }
 }
 
+QString kindName(quint8 kind)
+{
+    constexpr std::array names = {"too high", "too low", "clock loss"};
+    return kind < names.size() ? QString::fromLatin1(names[kind]) : QString();
+}
+
 QStringList describe(const FaultRecord &record)
 {
     QStringList lines = {QStringLiteral("Fault number: %1 \r").arg(record.count)};
@@ -79,7 +63,7 @@ QStringList describe(const FaultRecord &record)
     for (const FaultEntry &entry : record.entries) {
         lines.append(QStringLiteral("Fault %1 ").arg(++number));
         lines.append(QStringLiteral("CMU ID: %1").arg(entry.monitor));
-        if (entry.kind < std::size(descriptions))
+        if (entry.kind < descriptions.size())
             lines.append(QString::fromLatin1(descriptions[entry.kind]).arg(entry.monitor));
     }
     return lines;

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/crc.h"
 
-#include "protocol/frame.h"
 #include "protocol/hextext.h"
-#include "protocol/payload.h"
 
 #include <algorithm>
 
@@ -11,15 +9,7 @@ namespace protocol::crc {
 
 Result decodeResult(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    Result result;
-    result.size = read.u32be(0);
-    const int size = static_cast<int>(std::min<quint32>(result.size, kMaxPayloadSize)); // a payload ends before
-    result.data = payload.mid(4, size);
-    result.data.append(QByteArray(std::min(size - result.data.size(), kMaxZeros), '\0'));
-    result.value = read.u32be(4 + size);
-    result.time = read.f32be(8 + size);
-    return result;
+    return decode<Result>(payload);
 }
 
 QString valueText(quint32 value, int polynomial)
@@ -37,14 +27,16 @@ QString valueText(quint32 value, int polynomial)
 QString dataText(const Result &result)
 {
     static constexpr char digits[] = "0123456789ABCDEF";
+    const quint32 missing = result.size - static_cast<quint32>(result.data.size());
+    const auto zeros = static_cast<int>(std::min(missing, kMaxZeros));
     QByteArray text;
-    text.reserve(result.data.size() * 9);
-    for (const char byte : result.data) {
+    text.reserve((result.data.size() + zeros) * 9);
+    for (const char byte : result.data + QByteArray(zeros, '\0')) {
         const auto bits = static_cast<unsigned char>(byte);
         text.append("0x").append(digits[bits >> 4]).append(digits[bits & 15]).append("h    ");
     }
-    if (const quint32 more = result.size - static_cast<quint32>(result.data.size()); more > 0)
-        text.append("\n... and ").append(QByteArray::number(more)).append(" more zeros");
+    if (missing > kMaxZeros)
+        text.append("\n... and ").append(QByteArray::number(missing - kMaxZeros)).append(" more zeros");
     return QString::fromLatin1(text);
 }
 

@@ -2,6 +2,8 @@
 // Checksum unit.
 #pragma once
 
+#include "protocol/layout.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -13,19 +15,32 @@ enum ReportType : quint8 { ResultReport = 3 };
 /// Hard-wired polynomials in the order of the selector.
 enum Polynomial { Crc8Vda = 0, Crc16Ccitt = 1, Crc32Itu = 2, Crc8H2f = 3 };
 
-/// A damaged size announces up to four billion bytes: of those that the payload lacks only so many are kept.
-inline constexpr int kMaxZeros = 4096;
+/// A damaged size announces up to four billion bytes: of those that the payload lacks only so many are listed.
+inline constexpr quint32 kMaxZeros = 4096;
 
 struct Result {
     quint32 size = 0; // announced number of data bytes
-    QByteArray data;  // those in the payload, and up to kMaxZeros of those beyond it, which are 0
+    QByteArray data;  // those of them that the payload has; the others are 0
     quint32 value = 0;
     float time = 0; // microseconds
 
     bool operator==(const Result &) const = default;
 };
 
-/// Bytes 0-3 size N, then N data bytes, four of the value, four of the time (float); most significant byte first.
+// clang-format off
+inline constexpr auto kResultFields = rowsOf<Result>({
+    {"size", u32be(0), into<&Result::size>, {.meaning = "number of data bytes", .unit = "bytes"}},
+    {"data", coded(Coding::Data, 4, 0), into<&Result::data>, {.meaning = "the data bytes"}},
+    {"value", behindData(u32be(4)), into<&Result::value>,
+     {.meaning = "checksum; its low 8, 16 or 32 bits, by the polynomial", .hexadecimal = true}},
+    {"time", behindData(f32be(8)), into<&Result::time>, {.meaning = "time of the calculation", .unit = "us"}},
+});
+// clang-format on
+constexpr const auto &layoutOf(const Result *)
+{
+    return kResultFields;
+}
+
 Result decodeResult(const QByteArray &payload);
 
 /// "0x29B1": as many digits as the selected polynomial is wide.

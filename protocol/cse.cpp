@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/cse.h"
 
-#include "protocol/payload.h"
-
 #include <array>
 
 namespace protocol::cse {
@@ -40,18 +38,25 @@ static_assert(errorTexts.size() == LengthError + 1);
 
 quint8 decodeStatus(const QByteArray &payload)
 {
-    return PayloadReader(payload).u8(0);
+    return decode<Status>(payload).error;
 }
 
 Result decodeResult(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    return {read.u8(0), read.f32be(1), read.u8(7) != 0, payload.right(read.u16be(5))};
+    return decode<Result>(payload);
 }
 
 QString errorText(quint8 code)
 {
     return code < errorTexts.size() ? QString::fromLatin1(errorTexts[code]) : QString::number(code);
+}
+
+QString operationName(quint8 operation)
+{
+    constexpr std::array names = {"encrypt AES-128-ECB",  "encrypt AES-128-CBC",   "decrypt AES-128-ECB",
+                                  "decrypt AES-128-CBC",  "generate AES-128-CMAC", "verify AES-128-CMAC",
+                                  "pseudo random number", "true random number"};
+    return operation < names.size() ? QString::fromLatin1(names[operation]) : QString();
 }
 
 } // namespace protocol::cse

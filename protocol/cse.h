@@ -2,6 +2,8 @@
 // Cryptographic services engine.
 #pragma once
 
+#include "protocol/layout.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -34,22 +36,51 @@ enum Operation : quint8 {
     TrueRandom = 7,
 };
 
+struct Status {
+    quint8 error = 0; // Error; other codes have a text too
+
+    bool operator==(const Status &) const = default;
+};
+
 struct Result {
     quint8 operation = 0;
-    float time = 0; // microseconds
+    float time = 0;     // microseconds
+    quint16 length = 0; // announced number of result bytes
     bool passed = false;
     QByteArray bytes;
 
     bool operator==(const Result &) const = default;
 };
 
-/// Error code, byte 0; none is no error.
+/// Error code; none is no error.
 quint8 decodeStatus(const QByteArray &payload);
-/// Byte 0 operation, 1-4 time (float), 5-6 length N, 7 verdict of a verification; the last N bytes are the result.
 Result decodeResult(const QByteArray &payload);
 
 /// "Key not available"; the number for codes beyond the table.
 QString errorText(quint8 code);
+/// "encrypt AES-128-ECB"; no text beyond the operations
+QString operationName(quint8 operation);
+
+// clang-format off
+inline constexpr auto kStatusFields = rowsOf<Status>({
+    {"error", u8(0), into<&Status::error>, {.meaning = "error of the engine; 0: it works on a command", .words = errorText}},
+});
+inline constexpr auto kResultFields = rowsOf<Result>({
+    {"operation", u8(0), into<&Result::operation>, {.meaning = "what was done", .words = operationName}},
+    {"time", f32be(1), into<&Result::time>, {.meaning = "time of the operation", .unit = "us"}},
+    {"length", u16be(5), into<&Result::length>, {.meaning = "number of result bytes", .unit = "bytes"}},
+    {"passed", u8(7), into<&Result::passed>, {.meaning = "verdict of a verification: not 0", .onlyWhen = VerifyCmac}},
+    {"bytes", coded(Coding::Tail, 5, 0), into<&Result::bytes>, {.meaning = "the result"}},
+});
+// clang-format on
+constexpr const auto &layoutOf(const Status *)
+{
+    return kStatusFields;
+}
+constexpr const auto &layoutOf(const Result *)
+{
+    return kResultFields;
+}
 
 /// Characters of one 128-bit block in hexadecimal.
 inline constexpr int kBlockDigits = 32;

@@ -157,12 +157,12 @@ QString toText(std::u16string_view text)
 
 } // namespace
 
-QString sourceText(int id)
+QString fccuFaultSource(int id)
 {
     return toText(rows.at(static_cast<std::size_t>(id)).source);
 }
 
-QString descriptionText(int id)
+QString fccuFaultDescription(int id)
 {
     return toText(rows.at(static_cast<std::size_t>(id)).description);
 }
@@ -173,8 +173,8 @@ QString descriptionText(int id)
 FaultText faultText(quint8 id)
 {
     if (id < kSourceCount)
-        return {sourceText(id), descriptionText(id)};
-    return {sys::modeName(0), sourceText(0)};
+        return {fccuFaultSource(id), fccuFaultDescription(id)};
+    return {sys::modeName(0), fccuFaultSource(0)};
 }
 
 } // namespace protocol::fccu

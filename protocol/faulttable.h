@@ -16,8 +16,8 @@ struct FaultText {
 };
 
 /// Module that a fault comes from and what it means; `id` from 0 to 127.
-QString sourceText(int id);
-QString descriptionText(int id);
+QString fccuFaultSource(int id);
+QString fccuFaultDescription(int id);
 
 /// Both for an identifier that passes the range check of the fault reports: 0 to 128.
 FaultText faultText(quint8 id);

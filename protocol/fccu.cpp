@@ -1,19 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/fccu.h"
 
-#include "protocol/payload.h"
+#include <array>
 
 namespace protocol::fccu {
 
 quint8 decodeState(const QByteArray &payload)
 {
-    return PayloadReader(payload).u8(0);
+    return decode<UnitState>(payload).state;
 }
 
 FaultEvent decodeFault(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    return {read.u8(0), read.f32be(1)};
+    return decode<FaultEvent>(payload);
 }
 
 QString titleOf(quint8 id)
@@ -28,6 +27,32 @@ FaultText recordedText(quint8 id)
     if (id == kMultipleSources)
         return {QStringLiteral("Multi source"), QStringLiteral("Multiple error reset")};
     return {QStringLiteral("Invalid Source ID"), QStringLiteral("Invalid")};
+}
+
+QString FaultEvent::source() const
+{
+    return sourceOf(id);
+}
+
+QString FaultEvent::description() const
+{
+    return descriptionOf(id);
+}
+
+QString sourceOf(quint8 id)
+{
+    return recordedText(id).source;
+}
+
+QString descriptionOf(quint8 id)
+{
+    return recordedText(id).description;
+}
+
+QString stateName(quint8 state)
+{
+    constexpr std::array names = {"CONFIG", "NORMAL", "ALARM", "FAULT"};
+    return state < names.size() ? QString::fromLatin1(names[state]) : QString();
 }
 
 // Only the fixed texts have a blank behind the second colon, and a carriage return at the end.

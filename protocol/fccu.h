@@ -2,6 +2,7 @@
 // Fault collection and control unit: its state, and the faults that it reports.
 #pragma once
 
+#include "protocol/layout.h"
 #include "protocol/faulttable.h"
 
 #include <QByteArray>
@@ -18,16 +19,25 @@ enum State : quint8 { Config = 0, Normal = 1, Alarm = 2, Fault = 3 };
 inline constexpr quint8 kLastListed = 128;
 inline constexpr quint8 kMultipleSources = 254;
 
+struct UnitState {
+    quint8 state = 0; // State; other values mean nothing
+
+    bool operator==(const UnitState &) const = default;
+};
+
 struct FaultEvent {
     quint8 id = 0;
     float time = 0; // from injection to detection by the hardware, microseconds
 
+    /// As recorded.
+    QString source() const;
+    QString description() const;
+
     bool operator==(const FaultEvent &) const = default;
 };
 
-/// State code, byte 0.
+/// State code.
 quint8 decodeState(const QByteArray &payload);
-/// Byte 0 fault source, 1-4 time (float, most significant byte first).
 FaultEvent decodeFault(const QByteArray &payload);
 
 /// "Fault ID 28"
@@ -35,7 +45,33 @@ QString titleOf(quint8 id);
 /// What a history keeps of a fault: the table's texts, or fixed ones for several sources and for identifiers without a
 /// place in the table. The log words the latter differently.
 FaultText recordedText(quint8 id);
+QString sourceOf(quint8 id);
+QString descriptionOf(quint8 id);
 /// Paragraphs of a fault in the log.
 QStringList describe(const FaultEvent &event);
+/// "ALARM"; no text beyond the states
+QString stateName(quint8 state);
+
+// clang-format off
+inline constexpr auto kUnitStateFields = rowsOf<UnitState>({
+    {"state", u8(0), into<&UnitState::state>, {.meaning = "state of the unit", .words = stateName}},
+});
+inline constexpr auto kFaultEventFields = rowsOf<FaultEvent>({
+    {"id", u8(0), into<&FaultEvent::id>, {.meaning = "fault source, 0 to 127; 254: several"}},
+    {"time", f32be(1), into<&FaultEvent::time>, {.meaning = "from injection to detection by the hardware", .unit = "us"}},
+    {"source", coded(Coding::Words), computed<&FaultEvent::source>,
+     {.meaning = "module that the fault comes from", .words = sourceOf}},
+    {"description", coded(Coding::Words), computed<&FaultEvent::description>,
+     {.meaning = "what the fault means", .words = descriptionOf}},
+});
+// clang-format on
+constexpr const auto &layoutOf(const UnitState *)
+{
+    return kUnitStateFields;
+}
+constexpr const auto &layoutOf(const FaultEvent *)
+{
+    return kFaultEventFields;
+}
 
 } // namespace protocol::fccu

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/intcm.h"
 
-#include "protocol/payload.h"
-
 #include <array>
 
 namespace protocol::intcm {
@@ -22,15 +20,7 @@ template <std::size_t N> QString nameIn(const std::array<const char *, N> &names
 
 std::vector<Channel> decodeChannels(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    std::vector<Channel> channels(read.u8(0));
-    int at = 1;
-    for (Channel &channel : channels) {
-        channel = {read.u8(at),        read.u8(at + 1),    read.u8(at + 2),
-                   read.u16be(at + 3), read.u24be(at + 5), read.u24be(at + 8)};
-        at += 11;
-    }
-    return channels;
+    return decode<Status>(payload).channels;
 }
 
 QString coreName(quint8 core)

@@ -2,6 +2,8 @@
 // Interrupt monitor.
 #pragma once
 
+#include "protocol/layout.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -29,8 +31,18 @@ struct Channel {
     bool operator==(const Channel &) const = default;
 };
 
-/// Byte 0 count, then eleven bytes a channel: core, index, mode, 2 interrupt, 3 latency, 3 timer; most significant byte
-/// first.
+struct Status {
+    std::vector<Channel> channels;
+
+    bool operator==(const Status &) const = default;
+};
+
+struct FaultRecord {
+    std::vector<Channel> faults;
+
+    bool operator==(const FaultRecord &) const = default;
+};
+
 std::vector<Channel> decodeChannels(const QByteArray &payload);
 
 /// "K7a(1)" and "EOI"; the number for codes beyond the tables.
@@ -38,6 +50,40 @@ QString coreName(quint8 core);
 QString modeName(quint8 mode);
 /// Paragraphs of a fault record.
 QStringList describe(const std::vector<Channel> &faults);
+inline QStringList describe(const FaultRecord &record)
+{
+    return describe(record.faults);
+}
+
+// clang-format off
+inline constexpr auto kChannelFields = rowsOf<Channel>({
+    {"core", u8(0), into<&Channel::core>, {.meaning = "core", .words = coreName}},
+    {"index", u8(1), into<&Channel::index>, {.meaning = "monitor of that core, 0 to 2"}},
+    {"mode", u8(2), into<&Channel::mode>, {.meaning = "what ends the measurement", .words = modeName}},
+    {"irq", u16be(3), into<&Channel::irq>, {.meaning = "interrupt watched"}},
+    {"latency", u24be(5), into<&Channel::latency>,
+     {.meaning = "allowed latency; 0: the channel is off", .unit = "counts", .divisor = kCountsPerUs, .perDivisor = "us"}},
+    {"timer", u24be(8), into<&Channel::timer>,
+     {.meaning = "measured time", .unit = "counts", .divisor = kCountsPerUs, .perDivisor = "us"}},
+});
+constexpr const auto &layoutOf(const Channel *) { return kChannelFields; }
+inline constexpr auto kStatusFields = rowsOf<Status>({
+    {"count", u8(0), sizeOf<&Status::channels>, {.meaning = "number of channels"}},
+    {"channels", counted(1, 11), listOf<&Status::channels>, {.meaning = "the channels: three of K4, of K7a, of K7b"}},
+});
+inline constexpr auto kFaultRecordFields = rowsOf<FaultRecord>({
+    {"count", u8(0), sizeOf<&FaultRecord::faults>, {.meaning = "number of faults"}},
+    {"faults", counted(1, 11), listOf<&FaultRecord::faults>, {.meaning = "the channels that have found a fault"}},
+});
+// clang-format on
+constexpr const auto &layoutOf(const Status *)
+{
+    return kStatusFields;
+}
+constexpr const auto &layoutOf(const FaultRecord *)
+{
+    return kFaultRecordFields;
+}
 
 /// "intcm EOI 1 2 20000 301": latency and interrupt as typed.
 QString configureCommand(const QString &mode, int core, int index, const QString &latency, const QString &irq);

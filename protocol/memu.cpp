@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/memu.h"
 
-#include "protocol/payload.h"
-
 #include <array>
 
 namespace protocol::memu {
@@ -18,14 +16,7 @@ static_assert(typeTexts.size() == SramUncorrectable + 1);
 
 std::vector<Fault> decodeFaults(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    std::vector<Fault> faults(read.u8(0));
-    int at = 1;
-    for (Fault &fault : faults) {
-        fault = {read.u8(at), read.u32be(at + 1)};
-        at += 5;
-    }
-    return faults;
+    return decode<FaultRecord>(payload).faults;
 }
 
 QString typeText(quint8 type)

@@ -2,6 +2,8 @@
 // Memory error management unit.
 #pragma once
 
+#include "protocol/layout.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -28,13 +30,38 @@ struct Fault {
     bool operator==(const Fault &) const = default;
 };
 
-/// Byte 0 count, then five bytes a fault: type, address with its most significant byte first.
+struct FaultRecord {
+    std::vector<Fault> faults;
+
+    bool operator==(const FaultRecord &) const = default;
+};
+
 std::vector<Fault> decodeFaults(const QByteArray &payload);
 
 /// "memu flash correctable error"; the number for types beyond the table.
 QString typeText(quint8 type);
 /// Paragraphs of a fault record.
 QStringList describe(const std::vector<Fault> &faults);
+inline QStringList describe(const FaultRecord &record)
+{
+    return describe(record.faults);
+}
+
+// clang-format off
+inline constexpr auto kFaultFields = rowsOf<Fault>({
+    {"type", u8(0), into<&Fault::type>, {.meaning = "memory and severity", .words = typeText}},
+    {"address", u32be(1), into<&Fault::address>, {.meaning = "address of the error", .hexadecimal = true}},
+});
+constexpr const auto &layoutOf(const Fault *) { return kFaultFields; }
+inline constexpr auto kFaultRecordFields = rowsOf<FaultRecord>({
+    {"count", u8(0), sizeOf<&FaultRecord::faults>, {.meaning = "number of faults"}},
+    {"faults", counted(1, 5), listOf<&FaultRecord::faults>, {.meaning = "the faults"}},
+});
+// clang-format on
+constexpr const auto &layoutOf(const FaultRecord *)
+{
+    return kFaultRecordFields;
+}
 
 /// Memories in the order of the injection commands.
 enum class Memory { Flash = 0, Pram = 1, Sram = 2 };

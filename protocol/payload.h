@@ -39,6 +39,10 @@ public:
         return value;
     }
 
+    /// `size` bytes from `at` on, and the last `size` bytes: fewer where there are fewer.
+    QByteArray part(int at, int size) const { return m_bytes.mid(at, size); }
+    QByteArray tail(int size) const { return m_bytes.right(size); }
+
 private:
     QByteArray m_bytes;
 };

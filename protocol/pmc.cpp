@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/pmc.h"
 
-#include "protocol/payload.h"
-
 namespace protocol::pmc {
 
 namespace {
@@ -13,28 +11,17 @@ constexpr std::array faultTexts = {"Temperature Sensor fault", "HVD fault", "LVD
 
 DetectorBits decodeDetectors(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    DetectorBits bits = {(read.u8(0) & 1) != 0};
-    for (std::size_t k = 1; k < bits.size(); ++k)
-        bits[k] = read.u8(1) >> (k - 1) & 1;
-    return bits;
+    return decode<Detectors>(payload).bits;
 }
 
 SelfTest decodeSelfTest(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    return {read.u8(0), read.u8(1) != 0};
+    return decode<SelfTest>(payload);
 }
 
 FaultRecord decodeFaultRecord(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    FaultRecord record = {read.u8(0), {}, {}};
-    if (record.count > 0 || read.size() > 1)
-        record.shown = read.u8(1);
-    for (int i = 1; i <= record.count; ++i)
-        record.codes.append(static_cast<char>(read.u8(i)));
-    return record;
+    return decode<FaultRecord>(payload);
 }
 
 QString faultText(quint8 code)
@@ -42,12 +29,20 @@ QString faultText(quint8 code)
     return code < faultTexts.size() ? QString::fromLatin1(faultTexts[code]) : QString();
 }
 
+QString detectorName(quint8 code)
+{
+    // 3 is not used.
+    constexpr std::array names = {"all",       "core LVD", "core HVD", "",        "PMC LVD",
+                                  "flash LVD", "ADC LVD",  "PLL LVD",  "I/O LVD", "ADC HVD"};
+    return code < names.size() ? QString::fromLatin1(names[code]) : QString();
+}
+
 QStringList describe(const FaultRecord &record)
 {
     QStringList lines = {QStringLiteral("Fault Number: %1\r\n").arg(record.count)};
-    for (int i = 0; i < record.codes.size(); ++i)
-        lines.append(QStringLiteral("Fault %1:").arg(i + 1) + faultText(static_cast<quint8>(record.codes[i]))
-                     + QStringLiteral("\r\n"));
+    int number = 0;
+    for (const FaultCode &fault : record.faults)
+        lines.append(QStringLiteral("Fault %1:").arg(++number) + faultText(fault.code) + QStringLiteral("\r\n"));
     return lines;
 }
 

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/regp.h"
 
-#include "protocol/payload.h"
-
 namespace protocol::regp {
 
 Status decodeStatus(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    return {read.u8(0) == 1, read.u32le(1) != 0, read.u32le(5), read.u32le(9)};
+    return decode<Status>(payload);
 }
 
 QString writeCommand(Write write, const QString &value)

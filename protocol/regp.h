@@ -2,6 +2,8 @@
 // Register protection.
 #pragma once
 
+#include "protocol/layout.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -18,8 +20,21 @@ struct Status {
     bool operator==(const Status &) const = default;
 };
 
-/// Byte 0 hard lock, locked when exactly 1; 1-4 soft lock word, locked when not 0; 5-8 and 9-12 the register in both
-/// spaces. Least significant byte first.
+// clang-format off
+inline constexpr auto kStatusFields = rowsOf<Status>({
+    {"hard_locked", coded(Coding::One), into<&Status::hardLocked>, {.meaning = "the hard lock is on"}},
+    {"soft_locked", u32le(1), into<&Status::softLocked>, {.meaning = "the soft lock is on: the soft lock word is not 0"}},
+    {"module_space", u32le(5), into<&Status::moduleSpace>,
+     {.meaning = "the register as read in module register space", .hexadecimal = true}},
+    {"mirror_space", u32le(9), into<&Status::mirrorSpace>,
+     {.meaning = "the register as read in mirror space", .hexadecimal = true}},
+});
+// clang-format on
+constexpr const auto &layoutOf(const Status *)
+{
+    return kStatusFields;
+}
+
 Status decodeStatus(const QByteArray &payload);
 
 /// What is done with a typed value.

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/reset.h"
 
-#include "protocol/faulttable.h"
-#include "protocol/payload.h"
-
 #include <array>
 #include <string_view>
 
@@ -40,14 +37,6 @@ constexpr std::array reasonTexts = std::to_array<std::u16string_view>({
 });
 static_assert(reasonTexts.size() == kReasonCount);
 
-QBitArray flagsFrom(const PayloadReader &read, int at, int count)
-{
-    QBitArray flags(count);
-    for (int flag = 0; flag < count; ++flag)
-        flags.setBit(flag, read.u8(at + flag / 8) >> (7 - flag % 8) & 1);
-    return flags;
-}
-
 QStringList sourcesOf(const Reasons &report)
 {
     QStringList lines;
@@ -55,8 +44,9 @@ QStringList sourcesOf(const Reasons &report)
         if (!report.sources.testBit(flag))
             continue;
         const int fault = faultOfFlag(flag);
-        lines.append(QStringLiteral("Reset Source: ") + fccu::sourceText(fault));
-        lines.append(QStringLiteral("Fault Description: ") + fccu::descriptionText(fault) + QStringLiteral("\r\n"));
+        lines.append(QStringLiteral("Reset Source: ") + fccu::fccuFaultSource(fault));
+        lines.append(QStringLiteral("Fault Description: ") + fccu::fccuFaultDescription(fault)
+                     + QStringLiteral("\r\n"));
     }
     return lines;
 }
@@ -74,20 +64,23 @@ bool Reasons::isDestructive() const
 
 Reasons decodeReasons(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    return {flagsFrom(read, 1, kReasonCount), flagsFrom(read, 4, kSourceFlagCount)};
+    return decode<Reasons>(payload);
 }
 
 Escalation decodeEscalation(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    return {read.u8(0), read.u8(1)};
+    return decode<Escalation>(payload);
 }
 
 QString reasonText(int flag)
 {
     const std::u16string_view text = reasonTexts.at(static_cast<std::size_t>(flag));
     return QString::fromUtf16(text.data(), static_cast<int>(text.size()));
+}
+
+QString reasonName(quint8 flag)
+{
+    return flag < kReasonCount ? reasonText(flag) : QString();
 }
 
 QStringList describe(const Reasons &report)

@@ -2,6 +2,9 @@
 // Reset reasons and reset escalation.
 #pragma once
 
+#include "protocol/fccu.h"
+#include "protocol/layout.h"
+
 #include <QBitArray>
 #include <QByteArray>
 #include <QString>
@@ -33,8 +36,8 @@ constexpr bool hasSources(Reason reason)
 }
 
 struct Reasons {
-    QBitArray reasons; // kReasonCount flags, see Reason
-    QBitArray sources; // kSourceFlagCount flags
+    QBitArray reasons = QBitArray(kReasonCount); // see Reason
+    QBitArray sources = QBitArray(kSourceFlagCount);
 
     bool isDestructive() const;
     bool operator==(const Reasons &) const = default;
@@ -47,7 +50,6 @@ struct Escalation {
     bool operator==(const Escalation &) const = default;
 };
 
-/// Bytes 1-3 reasons, from byte 4 on sources; a byte's most significant bit is its first flag.
 Reasons decodeReasons(const QByteArray &payload);
 Escalation decodeEscalation(const QByteArray &payload);
 
@@ -61,6 +63,33 @@ constexpr int faultOfFlag(int flag)
 
 /// Paragraphs of a report: the reasons, and the fault sources behind those that come with some.
 QStringList describe(const Reasons &report);
+
+/// The same by a flag of any value: no text beyond the reasons.
+QString reasonName(quint8 flag);
+
+// clang-format off
+inline constexpr auto kReasonsFields = rowsOf<Reasons>({
+    {"reasons", flagsFirst(1, 3), into<&Reasons::reasons>, {.meaning = "why the board was reset", .words = reasonName}},
+    {"sources", flagsNumber(4, 16), reversed<&Reasons::sources>,
+     {.meaning = "fault sources behind a reset by the fault collection unit", .words = fccu::sourceOf}},
+    {"destructive", coded(Coding::Computed), computed<&Reasons::isDestructive>,
+     {.meaning = "one of the reasons 6 to 23"}},
+});
+inline constexpr auto kEscalationFields = rowsOf<Escalation>({
+    {"functional", u8(0), into<&Escalation::functional>,
+     {.meaning = "functional resets that make a destructive one; 0: off", .unit = "resets"}},
+    {"destructive", u8(1), into<&Escalation::destructive>,
+     {.meaning = "destructive resets that keep the chip in reset; 0: off", .unit = "resets"}},
+});
+// clang-format on
+constexpr const auto &layoutOf(const Reasons *)
+{
+    return kReasonsFields;
+}
+constexpr const auto &layoutOf(const Escalation *)
+{
+    return kEscalationFields;
+}
 
 enum class Kind { Functional = 1, Destructive = 2 };
 enum class Operation { Toggle = 1, ClearCounter = 2 };

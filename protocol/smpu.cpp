@@ -2,45 +2,17 @@
 #include "protocol/smpu.h"
 
 #include "protocol/hextext.h"
-#include "protocol/payload.h"
 
 namespace protocol::smpu {
 
-namespace {
-
-constexpr int kFaultSize = 5;
-
-quint32 swappedHalves(const PayloadReader &read, int at)
-{
-    return static_cast<quint32>(read.u16be(at + 2)) << 16 | read.u16be(at);
-}
-
-} // namespace
-
 Region decodeRegion(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    const unsigned first = read.u8(0);
-    const unsigned second = read.u8(1);
-    const auto rights = [](unsigned bits) { return static_cast<quint8>(bits & 3); };
-    return {static_cast<quint8>(first >> 4),
-            (first & 8) != 0,
-            (first & 4) != 0,
-            {rights(first), rights(second >> 6), rights(second >> 4)},
-            (second & 8) != 0,
-            swappedHalves(read, 2),
-            swappedHalves(read, 6)};
+    return decode<Region>(payload);
 }
 
 std::vector<Fault> decodeFaults(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    std::vector<Fault> faults;
-    for (int at = 0; at + kFaultSize <= read.size(); at += kFaultSize) {
-        const unsigned flags = read.u8(at);
-        faults.push_back({static_cast<quint8>(flags & 0x0F), (flags & 0x10) != 0, read.u32le(at + 1)});
-    }
-    return faults;
+    return decode<FaultRecord>(payload).faults;
 }
 
 QString rightsText(quint8 rights)

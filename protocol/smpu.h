@@ -2,6 +2,8 @@
 // System memory protection units.
 #pragma once
 
+#include "protocol/layout.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -38,16 +40,55 @@ struct Fault {
     bool operator==(const Fault &) const = default;
 };
 
-/// Byte 0: 7-4 selector, 3 unit on, 2 valid, 1-0 core 0; 1: 7-6 core 1, 5-4 core 2, 3 cache inhibit; 2-5 start and 6-9
-/// end as two 16-bit halves, the low one first, each with its most significant byte first.
+struct FaultRecord {
+    std::vector<Fault> faults;
+
+    bool operator==(const FaultRecord &) const = default;
+};
+
 Region decodeRegion(const QByteArray &payload);
-/// Five bytes a fault: 4 write, 3-0 master; address with its least significant byte first. Trailing bytes are left out.
+/// Whole records alone; trailing bytes are left out.
 std::vector<Fault> decodeFaults(const QByteArray &payload);
 
 /// "r:OK  w:NO"
 QString rightsText(quint8 rights);
 /// Paragraphs of a fault record.
 QStringList describe(const std::vector<Fault> &faults);
+inline QStringList describe(const FaultRecord &record)
+{
+    return describe(record.faults);
+}
+
+// clang-format off
+inline constexpr auto kRegionFields = rowsOf<Region>({
+    {"selector", bits(0, 7, 4), into<&Region::selector>, {.meaning = "region: 7 of SMPU0; 0, 1, 4 and 15 of SMPU1"}},
+    {"unit_on", bit(0, 3), into<&Region::unitOn>, {.meaning = "the region's unit is on"}},
+    {"valid", bit(0, 2), into<&Region::valid>, {.meaning = "the region is valid"}},
+    {"core0_rights", bits(0, 1, 0), element<&Region::rights, 0>, {.meaning = "rights of K4", .words = rightsText}},
+    {"core1_rights", bits(1, 7, 6), element<&Region::rights, 1>, {.meaning = "rights of K7a", .words = rightsText}},
+    {"core2_rights", bits(1, 5, 4), element<&Region::rights, 2>, {.meaning = "rights of K7b", .words = rightsText}},
+    {"cache_inhibit", bit(1, 3), into<&Region::cacheInhibit>, {.meaning = "accesses go past the cache"}},
+    {"start", halves(2), into<&Region::start>, {.meaning = "first address", .hexadecimal = true}},
+    {"end", halves(6), into<&Region::end>, {.meaning = "last address", .hexadecimal = true}},
+});
+inline constexpr auto kFaultFields = rowsOf<Fault>({
+    {"master", bits(0, 3, 0), into<&Fault::master>, {.meaning = "bus master"}},
+    {"write", bit(0, 4), into<&Fault::write>, {.meaning = "a write, not a read"}},
+    {"address", u32le(1), into<&Fault::address>, {.meaning = "address of the access", .hexadecimal = true}},
+});
+constexpr const auto &layoutOf(const Fault *) { return kFaultFields; }
+inline constexpr auto kFaultRecordFields = rowsOf<FaultRecord>({
+    {"faults", whole(0, 5), listOf<&FaultRecord::faults>, {.meaning = "the faults"}},
+});
+// clang-format on
+constexpr const auto &layoutOf(const Region *)
+{
+    return kRegionFields;
+}
+constexpr const auto &layoutOf(const FaultRecord *)
+{
+    return kFaultRecordFields;
+}
 
 /// "inject 6 1" to "inject 6 6"
 QString injectCommand(int fault);

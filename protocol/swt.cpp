@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/swt.h"
 
-#include "protocol/payload.h"
-
 #include <array>
 
 namespace protocol::swt {
@@ -16,15 +14,12 @@ constexpr std::array modeNames = {"Fixed Service Sequence", "Keyed Service Seque
 
 Status decodeStatus(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    const unsigned flags = read.u8(0);
-    return {static_cast<quint8>(flags >> 6), static_cast<quint8>(flags >> 4 & 3), (flags & 8) != 0, read.u32be(1),
-            read.u32be(5)};
+    return decode<Status>(payload);
 }
 
 QString modeName(quint8 mode)
 {
-    return QString::fromLatin1(modeNames.at(mode));
+    return mode < modeNames.size() ? QString::fromLatin1(modeNames[mode]) : QString();
 }
 
 QString switchCommand(int watchdog, bool on)

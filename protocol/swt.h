@@ -2,6 +2,8 @@
 // Software watchdogs.
 #pragma once
 
+#include "protocol/layout.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -22,11 +24,26 @@ struct Status {
     bool operator==(const Status &) const = default;
 };
 
-/// Byte 0: 7-6 selector, 5-4 mode, 3 on; 1-4 window, 5-8 time-out, most significant byte first.
 Status decodeStatus(const QByteArray &payload);
 
-/// "Fixed Service Sequence", ...; mode 0 to 3.
+/// "Fixed Service Sequence", ...; no text beyond mode 3.
 QString modeName(quint8 mode);
+
+// clang-format off
+inline constexpr auto kStatusFields = rowsOf<Status>({
+    {"selector", bits(0, 7, 6), into<&Status::selector>, {.meaning = "watchdog, 0 to 2; 3: the first, without a mode"}},
+    {"mode", bits(0, 5, 4), into<&Status::mode>, {.meaning = "how it is to be served", .words = modeName}},
+    {"on", bit(0, 3), into<&Status::on>, {.meaning = "the watchdog is on"}},
+    {"window", u32be(1), into<&Status::window>,
+     {.meaning = "start of the window", .unit = "counts", .divisor = kCountsPerMs, .perDivisor = "ms"}},
+    {"timeout", u32be(5), into<&Status::timeout>,
+     {.meaning = "time-out", .unit = "counts", .divisor = kCountsPerMs, .perDivisor = "ms"}},
+});
+// clang-format on
+constexpr const auto &layoutOf(const Status *)
+{
+    return kStatusFields;
+}
 
 /// "swt 3 1" and "swt 4 1"; watchdog from 1, 4 for all.
 QString switchCommand(int watchdog, bool on);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/sys.h"
 
-#include "protocol/payload.h"
-
 #include <algorithm>
 #include <iterator>
 
@@ -17,19 +15,17 @@ constexpr const char *modeNames[] = {"RESET", "TEST", "SAFE",  "DRUN",     "RUN0
 
 quint8 decodeOperatingMode(const QByteArray &payload)
 {
-    return PayloadReader(payload).u8(0);
+    return decode<OperatingMode>(payload).mode;
 }
 
 FirmwareVersion decodeFirmwareVersion(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    return {read.f32be(0), read.u16be(4), read.u8(6), read.u8(7)};
+    return decode<FirmwareVersion>(payload);
 }
 
 bool decodeRestartNotice(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    return read.u8(0) == 0x7F || read.u8(1) == 0xFE;
+    return decode<RestartNotice>(payload).restarted;
 }
 
 QString modeName(quint8 number)
@@ -45,6 +41,11 @@ QString versionText(const FirmwareVersion &version)
         .arg(version.year)
         .arg(version.month)
         .arg(version.day);
+}
+
+QStringList describe(const FirmwareVersion &version)
+{
+    return {versionText(version)};
 }
 
 } // namespace protocol::sys

@@ -2,15 +2,23 @@
 // System status: operating mode, firmware version, restart notice.
 #pragma once
 
+#include "protocol/layout.h"
 #include "protocol/reset.h"
 #include "protocol/vg5k.h"
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 namespace protocol::sys {
 
 enum ReportType : quint8 { OperatingModeReport = 1, FirmwareVersionReport = 4, RestartNoticeReport = 5 };
+
+struct OperatingMode {
+    quint8 mode = 0;
+
+    bool operator==(const OperatingMode &) const = default;
+};
 
 struct FirmwareVersion {
     float version = 0;
@@ -21,17 +29,52 @@ struct FirmwareVersion {
     bool operator==(const FirmwareVersion &) const = default;
 };
 
-/// Mode number, byte 0.
+/// The board has restarted, where it says so.
+struct RestartNotice {
+    bool restarted = false;
+
+    bool operator==(const RestartNotice &) const = default;
+};
+
+/// Mode number.
 quint8 decodeOperatingMode(const QByteArray &payload);
-/// Bytes 0-3 version (float), 4-5 year, 6 month, 7 day; most significant byte first.
 FirmwareVersion decodeFirmwareVersion(const QByteArray &payload);
-/// True when the board says that it has restarted: byte 0 is 0x7F or byte 1 is 0xFE.
+/// True when the board says that it has restarted.
 bool decodeRestartNotice(const QByteArray &payload);
 
 /// "RESET", "TEST", ...; numbers beyond the table read "ERROR/UNKNOW".
 QString modeName(quint8 number);
 /// "Version:2.50  Release time:2020/12/31"
 QString versionText(const FirmwareVersion &version);
+/// The version in one paragraph.
+QStringList describe(const FirmwareVersion &version);
+
+// clang-format off
+inline constexpr auto kOperatingModeFields = rowsOf<OperatingMode>({
+    {"mode", u8(0), into<&OperatingMode::mode>, {.meaning = "operating mode", .words = modeName}},
+});
+inline constexpr auto kFirmwareVersionFields = rowsOf<FirmwareVersion>({
+    {"version", f32be(0), into<&FirmwareVersion::version>, {.meaning = "version of the firmware"}},
+    {"year", u16be(4), into<&FirmwareVersion::year>, {.meaning = "release date"}},
+    {"month", u8(6), into<&FirmwareVersion::month>},
+    {"day", u8(7), into<&FirmwareVersion::day>},
+});
+inline constexpr auto kRestartNoticeFields = rowsOf<RestartNotice>({
+    {"restarted", coded(Coding::Restart, 0, 2), into<&RestartNotice::restarted>, {.meaning = "the board has restarted"}},
+});
+// clang-format on
+constexpr const auto &layoutOf(const OperatingMode *)
+{
+    return kOperatingModeFields;
+}
+constexpr const auto &layoutOf(const FirmwareVersion *)
+{
+    return kFirmwareVersionFields;
+}
+constexpr const auto &layoutOf(const RestartNotice *)
+{
+    return kRestartNoticeFields;
+}
 
 /// Greeting, and the state of the fault collection unit.
 inline constexpr QLatin1String kGetGreeting("get 0");

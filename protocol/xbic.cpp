@@ -1,25 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/xbic.h"
 
-#include "protocol/payload.h"
-
 namespace protocol::xbic {
 
 quint8 decodeEnables(const QByteArray &payload)
 {
-    return PayloadReader(payload).u8(0) & kCheckerMask;
+    return decode<Enables>(payload).mask;
 }
 
 std::vector<Fault> decodeFaults(const QByteArray &payload)
 {
-    const PayloadReader read(payload);
-    std::vector<Fault> faults(read.u8(0));
-    int at = 1;
-    for (Fault &fault : faults) {
-        fault = {read.u8(at), read.u8(at + 1), read.u8(at + 2), read.u8(at + 3), read.u32le(at + 4)};
-        at += 8;
-    }
-    return faults;
+    return decode<FaultRecord>(payload).faults;
+}
+
+QString checkerName(quint8 checker)
+{
+    return QStringLiteral("XBIC%1").arg(checker);
 }
 
 QStringList describe(const std::vector<Fault> &faults)

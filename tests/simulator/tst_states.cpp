@@ -99,8 +99,8 @@ void addPmc(States &states, quint8 type, const QByteArray &payload)
         const pmc::SelfTest test = pmc::decodeSelfTest(payload);
         states += state("self-test", test.code, onOff(test.passed));
     } else {
-        for (const char code : pmc::decodeFaultRecord(payload).codes)
-            states += "voltage record " + pmc::faultText(quint8(code));
+        for (const pmc::FaultCode &fault : pmc::decodeFaultRecord(payload).faults)
+            states += "voltage record " + pmc::faultText(fault.code);
     }
 }
 
@@ -237,8 +237,8 @@ void addFrame(States &states, ModuleId module, quint8 type, const QByteArray &pa
     case ModuleId::Spt:
         if (type == spt::FrameCountReport)
             states += spt::decodeFrameCount(payload) == 0 ? "no radar frames" : "radar frames";
-        for (const quint32 code : spt::decodeFaultRecord(payload).codes)
-            states += type == spt::FaultRecordReport ? state("radar record", int(code), {}) : QString();
+        for (const spt::Fault &fault : spt::decodeFaultRecord(payload).faults)
+            states += type == spt::FaultRecordReport ? state("radar record", int(fault.code), {}) : QString();
         return;
     }
 }
