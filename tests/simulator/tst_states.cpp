@@ -55,7 +55,7 @@ void addFlags(States &states, const char *what, const QBitArray &flags, int coun
 }
 
 // Clock monitors: a value outside its limits is a box, and nothing else is painted.
-void addMonitor(States &states, const cmu::Monitor &m)
+void addMonitor(States &states, const cmu::CmuRecord &m)
 {
     if (m.value > m.upper || m.value < m.lower) {
         states += state("clock", m.id, m.value > m.upper ? "too high" : "too low");
