@@ -47,6 +47,7 @@ need "the desktop entry" "$share/icons/hicolor/scalable/apps/$icon.svg"
 [ "$(sed -n 's/.*<icon type="stock">\(.*\)<.*/\1/p' "$metadata")" = "$icon" ] || fail "the metadata has another icon"
 need_all "the metadata" "$root/usr/bin" < <(sed -n 's/.*<binary>\(.*\)<.*/\1/p' "$metadata")
 need_all "the metadata" "$share/applications" < <(sed -n 's/.*<launchable.*>\(.*\)<.*/\1/p' "$metadata")
+need "Wireshark" "$root"/usr/lib/*/wireshark/plugins/safety-workbench.lua
 need "the project" "$share/doc/safety-workbench/copyright"
 for program in "$root"/usr/bin/*; do need "${program##*/}" "$share/man/man1/${program##*/}.1.gz"; done
 pages=$(zcat "$share"/man/man1/*.gz | sed 's/\\-/-/g; s/\\~/ /g; s/\\&//g')
