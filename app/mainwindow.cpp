@@ -9,6 +9,13 @@
 #include "link/commandchannel.h"
 #include "link/serialline.h"
 #include "link/serialportconfig.h"
+#include "protocol/cmu.h"
+#include "protocol/intcm.h"
+#include "protocol/pmc.h"
+#include "protocol/smpu.h"
+#include "protocol/swt.h"
+#include "protocol/vg5k.h"
+#include "protocol/xbic.h"
 #include "ui_mainwindow.h"
 
 #include <QApplication>
@@ -29,21 +36,21 @@ namespace {
 
 // What is asked for when the user turns to a page of the safety tab; a second request follows after a wait.
 struct PageRequest {
-    const char *first;
-    const char *second;
+    QLatin1String first;
+    QLatin1String second;
 };
 
 // clang-format off
 constexpr PageRequest pageRequests[] = {
-    {"get 3", "get 4"}, // CMU
-    {"get 11", nullptr}, // XBIC
-    {"get 5", nullptr}, // SMPU
-    {nullptr, nullptr}, // MEMU
-    {nullptr, nullptr}, // CRC
-    {"get 7", nullptr}, // INTCM
-    {"get 10", nullptr}, // VG5k
-    {"get 6", nullptr}, // PMC
-    {"get 2", nullptr}, // SWT
+    {protocol::cmu::kGetClock, protocol::cmu::kGetMonitors},
+    {protocol::xbic::kGetEnables, {}},
+    {protocol::smpu::kGetRegions, {}},
+    {}, // MEMU
+    {}, // CRC
+    {protocol::intcm::kGetStatus, {}},
+    {protocol::vg5k::kGetItems, {}},
+    {protocol::pmc::kGetStatus, {}},
+    {protocol::swt::kGetStatus, {}},
 };
 // clang-format on
 
@@ -91,9 +98,9 @@ void MainWindow::init()
     prepareFields();
 
     delayMs(kRequestGapMs);
-    sendCommand(QStringLiteral("get 3"));
+    sendCommand(protocol::cmu::kGetClock);
     delayMs(kRequestGapMs);
-    sendCommand(QStringLiteral("get 4"));
+    sendCommand(protocol::cmu::kGetMonitors);
     Get_Status();
 }
 
@@ -181,10 +188,10 @@ void MainWindow::on_tabWidget_safety_currentChanged(int index)
     if (index < 0 || index >= static_cast<int>(std::size(pageRequests)))
         return;
     const PageRequest &request = pageRequests[index];
-    if (request.first)
-        sendCommand(QString::fromLatin1(request.first));
-    if (request.second) {
+    if (!request.first.isEmpty())
+        sendCommand(request.first);
+    if (!request.second.isEmpty()) {
         delayMs(kRequestGapMs);
-        sendCommand(QString::fromLatin1(request.second));
+        sendCommand(request.second);
     }
 }

@@ -33,7 +33,12 @@ public:
 
 void sendCommand(const QString &command)
 {
-    writeLine(*gSerialPort, (command + QStringLiteral("\r\n")).toLatin1());
+    writeLine(*gSerialPort, command.toLatin1() + "\r\n");
+}
+
+void sendCommand(QLatin1String command)
+{
+    writeLine(*gSerialPort, QByteArray(command.data(), command.size()) + "\r\n");
 }
 
 void delayMs(int milliseconds)

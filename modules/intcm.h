@@ -22,6 +22,6 @@ public:
 
 private:
     const Ui::MainWindow &m_form;
-    std::vector<protocol::intcm::Channel> m_status;
-    std::vector<protocol::intcm::Channel> m_faults;
+    std::vector<protocol::intcm::Channel> m_status = {};
+    std::vector<protocol::intcm::Channel> m_faults = {};
 };

@@ -23,5 +23,5 @@ public:
 
 private:
     const Ui::MainWindow &m_form;
-    std::vector<protocol::memu::Fault> m_faults;
+    std::vector<protocol::memu::Fault> m_faults = {};
 };

@@ -26,5 +26,5 @@ private:
     const Ui::MainWindow &m_form;
     QWidget &m_window;
     quint8 m_enabled = 0; // bit n: checker n
-    std::vector<protocol::xbic::Fault> m_faults;
+    std::vector<protocol::xbic::Fault> m_faults = {};
 };
