@@ -227,6 +227,7 @@ private:
     void showPortState(const QString &trouble = QString());
     void dispatch(const frameData &frame);
     void makePages();
+    void showReport(const frameData &frame);
 
     // In modules/pages.cpp, where the pages are known.
     struct DeletePages {

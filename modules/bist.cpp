@@ -48,8 +48,7 @@ void MainWindow::BISTReset() { m_pages->bist.reset(); }
 
 void MainWindow::BISTDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == bist::ResultReport)
-        m_pages->bist.keep(bist::decodeResults(payload));
+    m_pages->show(protocol::ModuleId::Bist, type, payload);
 }
 
 // The self-test control unit's own frames say nothing that is shown.

@@ -9,8 +9,10 @@
 #include "app/textview.h"
 #include "link/commandchannel.h"
 #include "modules/pages.h"
+#include "protocol/frame.h"
 #include "ui_mainwindow.h"
 
+#include <algorithm>
 #include <array>
 
 namespace cmu = protocol::cmu;
@@ -299,9 +301,9 @@ void CmuPage::show(const cmu::FaultRecord &record)
     textview::show(m_form.textEdit_cmuFaultRecord, cmu::describe(record));
 }
 
-void CmuPage::showText(const QString &text)
+void CmuPage::show(const cmu::Text &message)
 {
-    display::text(m_form.textEdit_cmuFaultRecord, text);
+    display::text(m_form.textEdit_cmuFaultRecord, message.text);
 }
 
 void MainWindow::on_pushButton_CMU_update_clicked()
@@ -338,22 +340,10 @@ void MainWindow::on_pushButton_cmu_fault5_clicked() { m_pages->cmu.injectLowLimi
 void MainWindow::modifycmuFreq(int index) { m_pages->cmu.flashLimits(index); }
 // clang-format on
 
+// The entries of a fault record are counted by the announced length.
 void MainWindow::CMUDataFrameUnpack(uint8_t type, uint32_t length, QByteArray payload)
 {
-    switch (type) {
-    case cmu::TextReport:
-        m_pages->cmu.showText(QString::fromUtf8(payload));
-        break;
-    case cmu::MonitorReport:
-        m_pages->cmu.show(cmu::decodeMonitor(payload));
-        break;
-    case cmu::FaultRecordReport:
-        m_pages->cmu.show(cmu::decodeFaultRecord(payload, length));
-        break;
-    case cmu::ClockReport:
-        m_pages->cmu.show(cmu::decodeClock(payload));
-        break;
-    default:
-        break;
-    }
+    const bool record = type == cmu::FaultRecordReport;
+    const int size = static_cast<int>(std::min<uint32_t>(length, protocol::kMaxPayloadSize));
+    m_pages->show(protocol::ModuleId::Cmu, type, record ? payload.leftJustified(size, '\0', true) : payload);
 }

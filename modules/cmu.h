@@ -20,7 +20,7 @@ public:
     void show(const protocol::cmu::CmuRecord &monitor);
     void show(const protocol::cmu::ClockStatus &clock);
     void show(const protocol::cmu::FaultRecord &record);
-    void showText(const QString &text);
+    void show(const protocol::cmu::Text &message);
 
     void switchMonitor(int monitor, bool on);
     /// Sends the limits set for the monitor chosen, after a question where its clock is beyond them.

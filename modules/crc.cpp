@@ -45,6 +45,5 @@ void MainWindow::on_pushButton_CRC_set_clicked()
 
 void MainWindow::CRCDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == crc::ResultReport)
-        m_pages->crc.show(crc::decodeResult(payload));
+    m_pages->show(protocol::ModuleId::Crc, type, payload);
 }

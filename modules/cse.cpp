@@ -105,12 +105,12 @@ void CsePage::showIdle()
     indicator::state(m_form.label_cse_status_all, QStringLiteral("IDLE"), indicator::background(indicator::kGrey));
 }
 
-void CsePage::showStatus(quint8 code)
+void CsePage::show(const cse::Status &status)
 {
-    if (code == cse::NoError)
+    if (status.error == cse::NoError)
         showBusy();
     else
-        showError(code);
+        showError(status.error);
 }
 
 // Ignores an error that is already on the screen or was shown for this arrival: otherwise each repeat would start another
@@ -186,8 +186,5 @@ void MainWindow::cseIdle() { m_pages->cse.showIdle(); }
 
 void MainWindow::CSEDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == cse::ResultReport)
-        m_pages->cse.show(cse::decodeResult(payload));
-    else if (type == cse::StatusReport)
-        m_pages->cse.showStatus(cse::decodeStatus(payload));
+    m_pages->show(protocol::ModuleId::Cse, type, payload);
 }

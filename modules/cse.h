@@ -28,8 +28,8 @@ public:
     void extendSeed();
 
     void show(const protocol::cse::Result &result);
-    /// Busy, or the error's code.
-    void showStatus(quint8 code);
+    /// Busy, or an error.
+    void show(const protocol::cse::Status &status);
     void showIdle();
 
 private:

@@ -52,9 +52,9 @@ void FccuPage::showNormal()
 }
 
 // Each NORMAL gets a timer of its own; none is stopped.
-void FccuPage::showState(quint8 state)
+void FccuPage::show(const fccu::UnitState &unit)
 {
-    if (state == fccu::Normal) {
+    if (unit.state == fccu::Normal) {
         auto *timer = new QTimer(&m_window);
         timer->setSingleShot(true);
         QObject::connect(timer, &QTimer::timeout, timer, [this, timer] {
@@ -65,7 +65,7 @@ void FccuPage::showState(quint8 state)
         return;
     }
     for (const StateRow &row : stateRows) {
-        if (row.state == state)
+        if (row.state == unit.state)
             indicator::state(m_form.label_FCCU_status, QString::fromLatin1(row.text), QString::fromLatin1(row.style));
     }
 }
@@ -107,8 +107,5 @@ void MainWindow::fccuRenew() { m_pages->fccu.showNormal(); }
 
 void MainWindow::FCCUDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == fccu::StateReport)
-        m_pages->fccu.showState(fccu::decodeState(payload));
-    else if (type == fccu::FaultReport)
-        m_pages->fccu.show(fccu::decodeFault(payload));
+    m_pages->show(protocol::ModuleId::Fccu, type, payload);
 }

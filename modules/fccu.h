@@ -17,7 +17,7 @@ public:
     /// `window` owns the timers.
     FccuPage(const Ui::MainWindow &form, QWidget &window);
 
-    void showState(quint8 state);
+    void show(const protocol::fccu::UnitState &unit);
     void showNormal();
     /// Logs and records the fault, and selects it.
     void show(const protocol::fccu::FaultEvent &fault);

@@ -9,7 +9,6 @@
 #include "ui_mainwindow.h"
 
 #include <array>
-#include <utility>
 
 namespace intcm = protocol::intcm;
 
@@ -75,15 +74,15 @@ void IntcmPage::configure()
     sendCommand(intcm::kGetStatus);
 }
 
-void IntcmPage::showStatus(std::vector<intcm::Channel> channels)
+void IntcmPage::show(const intcm::Status &status)
 {
-    m_status = std::move(channels);
-    showGrid(m_form, m_status);
+    m_status = status;
+    showGrid(m_form, m_status.channels);
 }
 
-void IntcmPage::showFaults(std::vector<intcm::Channel> channels)
+void IntcmPage::show(const intcm::FaultRecord &record)
 {
-    m_faults = std::move(channels);
+    m_faults = record;
     textview::show(m_form.textEdit_intcmFaultRecord, intcm::describe(m_faults));
 }
 
@@ -101,8 +100,5 @@ void MainWindow::on_pushButton_intcm_config_clicked() { m_pages->intcm.configure
 
 void MainWindow::INTCMDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == intcm::StatusReport)
-        m_pages->intcm.showStatus(intcm::decodeChannels(payload));
-    else if (type == intcm::FaultRecordReport)
-        m_pages->intcm.showFaults(intcm::decodeChannels(payload));
+    m_pages->show(protocol::ModuleId::Intcm, type, payload);
 }

@@ -17,11 +17,11 @@ public:
     void configure();
     void closeChannel();
 
-    void showStatus(std::vector<protocol::intcm::Channel> channels);
-    void showFaults(std::vector<protocol::intcm::Channel> channels);
+    void show(const protocol::intcm::Status &status);
+    void show(const protocol::intcm::FaultRecord &record);
 
 private:
     const Ui::MainWindow &m_form;
-    std::vector<protocol::intcm::Channel> m_status = {};
-    std::vector<protocol::intcm::Channel> m_faults = {};
+    protocol::intcm::Status m_status = {};
+    protocol::intcm::FaultRecord m_faults = {};
 };

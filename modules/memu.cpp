@@ -7,8 +7,6 @@
 #include "modules/pages.h"
 #include "ui_mainwindow.h"
 
-#include <utility>
-
 namespace memu = protocol::memu;
 
 namespace {
@@ -49,9 +47,9 @@ void MemuPage::clearFaults()
     sendCommand(memu::kClearStatus);
 }
 
-void MemuPage::show(std::vector<memu::Fault> faults)
+void MemuPage::show(const memu::FaultRecord &record)
 {
-    m_faults = std::move(faults);
+    m_faults = record;
     textview::show(m_form.textEdit_memuFaultRecord, memu::describe(m_faults));
 }
 
@@ -66,6 +64,5 @@ void MainWindow::on_pushButton_memu_faultstatus_clear_clicked() { m_pages->memu.
 
 void MainWindow::MEMUDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == memu::FaultRecordReport)
-        m_pages->memu.show(memu::decodeFaults(payload));
+    m_pages->show(protocol::ModuleId::Memu, type, payload);
 }

@@ -19,9 +19,9 @@ public:
     void injectSram();
     void clearFaults();
 
-    void show(std::vector<protocol::memu::Fault> faults);
+    void show(const protocol::memu::FaultRecord &record);
 
 private:
     const Ui::MainWindow &m_form;
-    std::vector<protocol::memu::Fault> m_faults = {};
+    protocol::memu::FaultRecord m_faults = {};
 };

@@ -19,6 +19,7 @@
 #include "modules/sys.h"
 #include "modules/vg5k.h"
 #include "modules/xbic.h"
+#include "protocol/report.h"
 
 class MainWindow;
 
@@ -42,6 +43,12 @@ struct Pages {
     SysPanel sys;
     Vg5kPage vg5k;
     XbicPage xbic;
+
+    /// Hands the report to its page. Text messages have none.
+    void show(const protocol::Report &report);
+    /// Decodes and shows a payload; unknown modules and types change nothing.
+    void show(quint8 module, quint8 type, const QByteArray &payload);
+    void show(protocol::ModuleId module, quint8 type, const QByteArray &payload);
 
     /// The board says that it has restarted: a refresh a little later. Each notice gets a timer of its own.
     void refreshSoon();

@@ -45,9 +45,9 @@ PmcPage::PmcPage(const Ui::MainWindow &form) : m_form(form), pmcFaultRecords(new
     form.comboBox_PMC_FaultRec->setModel(pmcFaultRecords);
 }
 
-void PmcPage::show(const pmc::DetectorBits &bits)
+void PmcPage::show(const pmc::Detectors &detectors)
 {
-    pmcDetectorBits = bits;
+    pmcDetectorBits = detectors.bits;
     for (const Row &row : rows) {
         const bool on = pmcDetectorBits.at(row.element);
         display::checked(m_form.*row.onOff, on);
@@ -122,17 +122,5 @@ void MainWindow::PMC_Status_Reset() { m_pages->pmc.reset(); }
 
 void MainWindow::PMCDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    switch (type) {
-    case pmc::DetectorReport:
-        m_pages->pmc.show(pmc::decodeDetectors(payload));
-        break;
-    case pmc::FaultRecordReport:
-        m_pages->pmc.show(pmc::decodeFaultRecord(payload));
-        break;
-    case pmc::SelfTestReport:
-        m_pages->pmc.show(pmc::decodeSelfTest(payload));
-        break;
-    default:
-        break;
-    }
+    m_pages->show(protocol::ModuleId::Pmc, type, payload);
 }

@@ -14,7 +14,7 @@ class PmcPage
 public:
     explicit PmcPage(const Ui::MainWindow &form);
 
-    void show(const protocol::pmc::DetectorBits &bits);
+    void show(const protocol::pmc::Detectors &detectors);
     void show(const protocol::pmc::SelfTest &test);
     void show(const protocol::pmc::FaultRecord &record);
     /// Shows the fault of that row; a negative one changes nothing.

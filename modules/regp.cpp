@@ -63,6 +63,5 @@ void MainWindow::on_pushButton_reg_turnonhard_clicked() { m_pages->regp.write(re
 
 void MainWindow::REG_PDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == regp::StatusReport)
-        m_pages->regp.show(regp::decodeStatus(payload));
+    m_pages->show(protocol::ModuleId::RegProt, type, payload);
 }

@@ -31,8 +31,5 @@ void MainWindow::resetUpdate()
 
 void MainWindow::RESETDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == reset::ReasonReport)
-        m_pages->reset.show(reset::decodeReasons(payload));
-    else if (type == reset::EscalationReport)
-        m_pages->escalation.show(reset::decodeEscalation(payload));
+    m_pages->show(protocol::ModuleId::Reset, type, payload);
 }

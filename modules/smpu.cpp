@@ -93,9 +93,9 @@ void SmpuPage::show(const smpu::Region &region)
     }
 }
 
-void SmpuPage::show(const std::vector<smpu::Fault> &faults)
+void SmpuPage::show(const smpu::FaultRecord &record)
 {
-    textview::show(m_form.textEdit_smpuFaultRecord, smpu::describe(faults));
+    textview::show(m_form.textEdit_smpuFaultRecord, smpu::describe(record));
 }
 
 // clang-format off
@@ -115,8 +115,5 @@ void MainWindow::on_pushButton_smpu_faultstatus_clear_clicked() { sendCommand(sm
 
 void MainWindow::SMPUDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == smpu::RegionReport)
-        m_pages->smpu.show(smpu::decodeRegion(payload));
-    else if (type == smpu::FaultRecordReport)
-        m_pages->smpu.show(smpu::decodeFaults(payload));
+    m_pages->show(protocol::ModuleId::Smpu, type, payload);
 }

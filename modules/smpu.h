@@ -15,7 +15,7 @@ public:
 
     /// Regions without a row change nothing.
     void show(const protocol::smpu::Region &region);
-    void show(const std::vector<protocol::smpu::Fault> &faults);
+    void show(const protocol::smpu::FaultRecord &record);
 
 private:
     const Ui::MainWindow &m_form;

@@ -10,9 +10,9 @@
 
 namespace spt = protocol::spt;
 
-void SptPage::showFrameCount(quint32 count)
+void SptPage::show(const spt::FrameCount &frames)
 {
-    display::text(m_form.lineEdit_spt, QString::number(count));
+    display::text(m_form.lineEdit_spt, QString::number(frames.count));
 }
 
 void SptPage::show(const spt::FaultRecord &record)
@@ -29,8 +29,5 @@ void MainWindow::on_pushButton_spt_faultstatus_clear_clicked() { sendCommand(spt
 
 void MainWindow::SPTDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == spt::FrameCountReport)
-        m_pages->spt.showFrameCount(spt::decodeFrameCount(payload));
-    else if (type == spt::FaultRecordReport)
-        m_pages->spt.show(spt::decodeFaultRecord(payload));
+    m_pages->show(protocol::ModuleId::Spt, type, payload);
 }

@@ -13,7 +13,7 @@ class SptPage
 public:
     explicit SptPage(const Ui::MainWindow &form) : m_form(form) {}
 
-    void showFrameCount(quint32 count);
+    void show(const protocol::spt::FrameCount &frames);
     void show(const protocol::spt::FaultRecord &record);
 
 private:

@@ -80,6 +80,5 @@ void MainWindow::on_pushButton_swt_commandset_clicked() { m_pages->swt.configure
 
 void MainWindow::SWTDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == swt::StatusReport)
-        m_pages->swt.show(swt::decodeStatus(payload));
+    m_pages->show(protocol::ModuleId::Swt, type, payload);
 }

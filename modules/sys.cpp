@@ -15,9 +15,9 @@ constexpr int kPollGapMs = 120;
 
 } // namespace
 
-void SysPanel::showMode(quint8 number)
+void SysPanel::show(const sys::OperatingMode &mode)
 {
-    display::text(m_form.lineEdit_sysworkmode, sys::modeName(number));
+    display::text(m_form.lineEdit_sysworkmode, sys::modeName(mode.mode));
 }
 
 void SysPanel::show(const sys::FirmwareVersion &version)
@@ -40,18 +40,5 @@ void MainWindow::Get_Status()
 
 void MainWindow::SYSDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    switch (type) {
-    case sys::OperatingModeReport:
-        m_pages->sys.showMode(sys::decodeOperatingMode(payload));
-        break;
-    case sys::FirmwareVersionReport:
-        m_pages->sys.show(sys::decodeFirmwareVersion(payload));
-        break;
-    case sys::RestartNoticeReport:
-        if (sys::decodeRestartNotice(payload))
-            m_pages->refreshSoon();
-        break;
-    default:
-        break;
-    }
+    m_pages->show(protocol::ModuleId::Sys, type, payload);
 }

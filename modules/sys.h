@@ -13,7 +13,7 @@ class SysPanel
 public:
     explicit SysPanel(const Ui::MainWindow &form) : m_form(form) {}
 
-    void showMode(quint8 number);
+    void show(const protocol::sys::OperatingMode &mode);
     void show(const protocol::sys::FirmwareVersion &version);
 
 private:

@@ -82,6 +82,5 @@ void Vg5kPage::show(const vg5k::Report &report)
 
 void MainWindow::VG5kDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == vg5k::ItemReport)
-        m_pages->vg5k.show(vg5k::decodeReport(payload));
+    m_pages->show(protocol::ModuleId::Vg5k, type, payload);
 }

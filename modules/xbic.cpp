@@ -12,7 +12,6 @@
 #include "ui_mainwindow.h"
 
 #include <array>
-#include <utility>
 
 namespace xbic = protocol::xbic;
 
@@ -61,16 +60,16 @@ void XbicPage::inject(int checker)
     sendCommand(xbic::injectCommand(checker));
 }
 
-void XbicPage::showEnables(quint8 enables)
+void XbicPage::show(const xbic::Enables &enables)
 {
-    m_enabled = static_cast<quint8>((m_enabled & ~xbic::kCheckerMask) | enables);
+    m_enabled = static_cast<quint8>((m_enabled & ~xbic::kCheckerMask) | enables.mask);
     for (std::size_t n = 0; n < rows.size(); ++n)
         display::checked(m_form.*rows[n].group, m_enabled >> n & 1);
 }
 
-void XbicPage::show(std::vector<xbic::Fault> faults)
+void XbicPage::show(const xbic::FaultRecord &record)
 {
-    m_faults = std::move(faults);
+    m_faults = record;
     textview::show(m_form.textEdit_xbicFaultRecord, xbic::describe(m_faults));
 }
 
@@ -93,8 +92,5 @@ void MainWindow::on_pushButton_xbic_fault5_clicked() { m_pages->xbic.inject(4); 
 
 void MainWindow::XBICDataFrameUnpack(uint8_t type, uint32_t, QByteArray payload)
 {
-    if (type == xbic::EnableReport)
-        m_pages->xbic.showEnables(xbic::decodeEnables(payload));
-    else if (type == xbic::FaultRecordReport)
-        m_pages->xbic.show(xbic::decodeFaults(payload));
+    m_pages->show(protocol::ModuleId::Xbic, type, payload);
 }

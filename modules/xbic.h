@@ -18,13 +18,12 @@ public:
     /// The fault's path blinks, then the command goes out; a checker that is off is told.
     void inject(int checker);
 
-    /// Bit n of `enables`: checker n is on.
-    void showEnables(quint8 enables);
-    void show(std::vector<protocol::xbic::Fault> faults);
+    void show(const protocol::xbic::Enables &enables);
+    void show(const protocol::xbic::FaultRecord &record);
 
 private:
     const Ui::MainWindow &m_form;
     QWidget &m_window;
     quint8 m_enabled = 0; // bit n: checker n
-    std::vector<protocol::xbic::Fault> m_faults = {};
+    protocol::xbic::FaultRecord m_faults = {};
 };
