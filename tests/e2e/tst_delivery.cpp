@@ -20,7 +20,7 @@ namespace {
 
 constexpr int kRandomPieces = 0;
 constexpr int kMinRestartFrames = 5; // what units announce after a restart
-constexpr int kWaitMs = 60'000;      // of the fake clock's time
+constexpr int kWaitMs = 600'000;     // of the fake clock's time: 6 s, which a busy machine may need
 
 // A window in front of a board that numbers what it sends, from the first frame on.
 class Demonstration
