@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+// Plays a tape against the clock: each arrival at its own moment, however late the one before was.
+#pragma once
+
+#include "session/tape.h"
+
+#include <QByteArray>
+#include <QObject>
+
+#include <memory>
+
+namespace session {
+
+/// A moment of the steady clock at which a function is called from the event loop.
+class Alarm;
+
+class Player : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `tape` outlives the player. It stands at its beginning, paused.
+    explicit Player(const Tape &tape, QObject *parent = nullptr);
+    ~Player() override;
+
+    void play();
+    void pause();
+    /// So many times as fast as recorded, from now on.
+    void setSpeed(double times);
+    /// Pauses and plays the next arrival alone.
+    void step();
+    /// Moves to `time` on the tape. On the way forward all that lies between arrives at once, so that who listens ends in
+    /// the state that playing would have brought; on the way back the tape starts again.
+    void moveTo(qint64 time);
+    /// Moves just behind the next fault or mark; to the end where there is none.
+    void moveToNextFault() { moveBehind(m_tape.faults()); }
+    void moveToNextMark() { moveBehind(m_tape.marks()); }
+
+    bool isPlaying() const { return m_playing; }
+    bool isAtEnd() const { return m_next >= m_tape.arrivals().size(); }
+    double speed() const { return m_speed; }
+    qint64 length() const { return m_tape.length(); }
+    /// Where the tape stands now, in nanoseconds.
+    qint64 position() const;
+
+signals:
+    /// Bytes from the board whose moment has come.
+    void arrived(const QByteArray &bytes);
+    /// Playing, speed or position has been changed, or the end has been reached.
+    void changed();
+
+private:
+    void playDue();
+    void arm();
+    void anchor(qint64 position);
+    void emitUpTo(std::size_t next);
+    void moveBehind(const std::vector<Tape::Event> &events);
+
+    const Tape &m_tape;
+    std::unique_ptr<Alarm> m_alarm;
+    std::size_t m_next = 0; // arrival
+    bool m_playing = false;
+    double m_speed = 1;
+    qint64 m_anchorTape = 0;  // the tape stood here
+    qint64 m_anchorClock = 0; // at this moment of the steady clock
+};
+
+} // namespace session

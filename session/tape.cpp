@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "session/tape.h"
+
+#include "protocol/fccu.h"
+#include "session/framestream.h"
+#include "session/notes.h"
+#include "session/pcapng.h"
+
+#include <algorithm>
+
+namespace session {
+
+/// Numbers of the faults that arrive.
+class FaultFinder
+{
+public:
+    QStringList take(const QByteArray &bytes)
+    {
+        QStringList found;
+        for (const frameData &frame : m_frames.take(bytes)) {
+            if (frame.moduleId == static_cast<quint8>(protocol::ModuleId::Fccu)
+                && frame.dataType == protocol::fccu::FaultReport)
+                found.append(QString::number(protocol::fccu::decodeFault(frame.data).id));
+        }
+        return found;
+    }
+
+private:
+    FrameStream m_frames;
+};
+
+void Tape::load(Reader &reader)
+{
+    FaultFinder finder;
+    bool first = true;
+    for (PacketView packet; reader.next(packet);) {
+        if (first)
+            m_start = packet.time;
+        first = false;
+        add(packet, finder);
+    }
+}
+
+// Times only grow in a tape: a mark may stand behind what came while its word was typed.
+void Tape::add(const PacketView &packet, FaultFinder &finder)
+{
+    const qint64 time = std::max<qint64>(packet.time - m_start, 0);
+    for (const std::string_view comment : packet.comments) {
+        const Note note = noteOf(QString::fromUtf8(comment.data(), static_cast<int>(comment.size())));
+        if (note.kind == NoteKind::Mark)
+            m_marks.push_back({time, note.text});
+    }
+    m_length = std::max(m_length, time);
+    if (packet.direction != Direction::Received || packet.bytes.empty())
+        return;
+    const qint64 after = m_arrivals.empty() ? time : std::max(time, m_arrivals.back().time);
+    m_arrivals.push_back({after, m_bytes.size()});
+    m_bytes.insert(m_bytes.end(), packet.bytes.begin(), packet.bytes.end());
+    const QStringList faults = finder.take(packet.copied().bytes);
+    for (const QString &fault : faults)
+        m_faults.push_back({after, fault});
+}
+
+std::string_view Tape::bytes(std::size_t first, std::size_t count) const
+{
+    const auto start = [this](std::size_t index) {
+        return index < m_arrivals.size() ? m_arrivals[index].at : m_bytes.size();
+    };
+    return {m_bytes.data() + start(first), start(first + count) - start(first)};
+}
+
+} // namespace session
