@@ -3,7 +3,7 @@
 
 build_packages=(cmake ninja-build g++ ccache qtbase5-dev libqt5serialport5-dev libssl-dev libboost-dev
     pandoc weasyprint fonts-dejavu-core fonts-dejavu-extra fonts-noto-cjk)
-test_packages=(libbenchmark-dev librapidcheck-dev tshark)
+test_packages=(libbenchmark-dev librapidcheck-dev tshark ser2net python3 python3-jsonschema)
 run_packages=(xvfb xauth fonts-dejavu-core fonts-liberation fonts-noto-cjk)
 
 # need_packages NAME...: quick and silent if all are installed; uses sudo only if not root.

@@ -125,6 +125,7 @@ void PtyLine::setConnected(bool connected)
         if (m_master >= 0)
             tcflush(m_master, TCIOFLUSH);
     }
+    emit connectedChanged(connected);
 }
 
 void PtyLine::readAvailable()

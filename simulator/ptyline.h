@@ -39,6 +39,9 @@ public:
     void setPacketSize(int bytes);
     bool isConnected() const { return m_connected; }
 
+    /// Bytes that have not left yet.
+    int pending() const { return static_cast<int>(m_queue.size()) - m_sent; }
+
     /// Sends bytes. While no program has the line open they are lost.
     void send(const QByteArray &bytes);
     /// The line goes away: the program's end reports errors from now on.
@@ -48,6 +51,8 @@ public:
 
 signals:
     void received(const QByteArray &bytes);
+    /// A program has opened the line, or closed it.
+    void connectedChanged(bool connected);
 
 private:
     void readAvailable();

@@ -61,7 +61,7 @@ grep -E '@[A-Za-z_]+@' <<<"$pages" && fail "a name was left unfilled in a man pa
 
 # The man pages have the options that the programs have.
 export QT_QPA_PLATFORM=offscreen
-for program in safety-workbench-demo virtual-board; do
+for program in safety-workbench-cli safety-workbench-demo virtual-board; do
     diff <("$root/usr/bin/$program" --help | grep -oE '^ .*--[a-z-]+' | grep -oE -- '--[a-z-]+' | sort -u) \
         <(zcat "$share/man/man1/$program.1.gz" | sed 's/\\-/-/g' | grep -oE -- '--[a-z-]+' | sort -u) \
         || fail "$program: options of --help (<) and of the man page (>)"

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// What the command line asked for.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+struct Settings {
+    QString verb;
+    QStringList arguments; // of the verb
+    QString port;          // empty: the only one there is
+    QString tcp;           // HOST:PORT
+    bool virtualBoard = false;
+    std::optional<QString> seed;
+    QString record; // file, "-" for standard output; empty: none
+    bool json = false;
+    std::optional<int> timeoutMs;
+    std::optional<int> forMs;
+    std::optional<int> gapMs;
+    double speed = 1;
+    double fromSeconds = 0;
+    bool control = false;
+};
