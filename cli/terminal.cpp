@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kLookMs = 5;
 // Half of what the line holds before it loses.
-constexpr int kMostInLine = PtyLine::kQueueLimit / 2;
+constexpr int kMostInLine = simulator::PtyLine::kQueueLimit / 2;
 
 // Bytes that the program has not read yet.
 int unread(const QString &terminal)
@@ -30,8 +30,8 @@ int unread(const QString &terminal)
 Terminal::Terminal()
 {
     m_line.setPaced(false);
-    connect(&m_line, &PtyLine::received, this, &Terminal::received);
-    connect(&m_line, &PtyLine::connectedChanged, this, [this](bool connected) {
+    connect(&m_line, &simulator::PtyLine::received, this, &Terminal::received);
+    connect(&m_line, &simulator::PtyLine::connectedChanged, this, [this](bool connected) {
         if (connected)
             emit opened();
         else

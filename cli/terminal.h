@@ -38,7 +38,7 @@ private:
     void look();
     bool isQuiet() const;
 
-    PtyLine m_line;
+    simulator::PtyLine m_line;
     std::deque<QByteArray> m_waiting;
     QTimer m_look;
     int m_quietLooks = kQuietLooks;
