@@ -169,9 +169,9 @@ inline constexpr Step steps[] = {
     // The hard lock goes only with a destructive reset; the power chip then starts anew.
     {Act::Turn, "tabWidgetPage7"},
     {Act::Press, "pushButton_reg_hardlockoff"},
+    {Act::Await, "label_LBIST_8", "Gray"},
     {Act::Await, "lineEdit_vg5k_Fail", "ASSERT_FS0B"},
     {Act::Picture, "groupBox_vg5k_status", "vg5k-fail-safe"},
-    {Act::Await, "label_LBIST_8", "Gray"},
     {Act::Await, "label_LBIST_8", "Green"},
 
     {Act::Choose, "actionconsole"},
