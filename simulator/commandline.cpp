@@ -30,7 +30,7 @@ QCommandLineOption option(const char *name, const char *help, const char *value,
 }
 
 // clang-format off
-const QList<QCommandLineOption> options() {
+QList<QCommandLineOption> options() {
     return {
         flag("verbose", "Log each command on standard error."),
         flag("no-pace", "Send as fast as the bytes are taken."),

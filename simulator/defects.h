@@ -47,31 +47,31 @@ struct Unreported {
 };
 /// Reports that are never sent; with `first` only those that begin with this byte.
 struct Dropped {
-    protocol::ModuleId module;
-    quint8 type;
+    protocol::ModuleId module = {};
+    quint8 type = 0;
     std::optional<quint8> first = {};
 };
 /// A byte of a report gets a fixed value, or is changed by `flip`; `at` counts from the end where it is negative.
 struct Spoilt {
-    protocol::ModuleId module;
-    quint8 type;
+    protocol::ModuleId module = {};
+    quint8 type = 0;
     std::optional<quint8> first;
-    int at;
+    int at = 0;
     std::optional<quint8> value = {};
     quint8 flip = 0;
 };
 /// The first report stands: it is repeated in place of all that follow.
 struct Standing {
-    protocol::ModuleId module;
-    quint8 type;
+    protocol::ModuleId module = {};
+    quint8 type = 0;
     std::optional<quint8> first = {};
 };
 /// Two neighbouring bytes of a report are exchanged, `at` and the one behind it.
 struct Swapped {
-    protocol::ModuleId module;
-    quint8 type;
-    quint8 first;
-    int at;
+    protocol::ModuleId module = {};
+    quint8 type = 0;
+    quint8 first = 0;
+    int at = 0;
 };
 /// No reset follows for this reason.
 struct NoReset {
@@ -102,8 +102,8 @@ using DefectKind = std::variant<defect::Mute, defect::Renamed, defect::Late, def
                                 defect::NoReset, defect::OtherReset, defect::Kept, defect::Lost, defect::Ignored>;
 
 struct Defect {
-    const char *name;
-    const char *effect; // in words for people
+    const char *name = nullptr;
+    const char *effect = nullptr; // in words for people
     DefectKind kind;
 
     bool isCalled(const QString &wanted) const { return wanted == QLatin1String(name); }

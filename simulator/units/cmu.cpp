@@ -75,15 +75,13 @@ struct Monitor {
 
 // Clock generators by the bit of the clock report. Those that the fault collection unit hears of have a source there.
 struct Generator {
-    const char *name;
-    int bit;
-    std::optional<quint8> faultId;
+    const char *name = nullptr;
+    int bit = 0;
+    std::optional<quint8> faultId = {};
 };
 constexpr Generator generators[] = {{"sdpll", 7, 89}, {"pll1", 6, 26}, {"pll0", 5, 25}, {"irc", 3, {}}};
 constexpr unsigned kAllHealthy = 0xF8;
-constexpr unsigned kCrystalBit = 0x10;
 constexpr unsigned kIrcAlone = 0x08;
-constexpr unsigned kFromIrc = 0;
 constexpr unsigned kFromPll0 = 2;
 
 class ClockMonitors : public Unit
@@ -94,9 +92,9 @@ public:
         board.addCommands({
             {"get 3", "clock generators, IRC measurement", [this] { sendClocks(); }},
             {"get 4", "all clock monitors", [this] { sendAll(); }},
-            {"cmu 13", "<monitor>", "switch a clock monitor on", [this](auto &a) { enable(a[0], true); }},
-            {"cmu 14", "<monitor>", "switch a clock monitor off", [this](auto &a) { enable(a[0], false); }},
-            {"cmu", "<monitor> <upper> <lower>", "set limits in MHz", [this](auto &a) { setLimits(a); }},
+            {"cmu 13", "<monitor>", "switch a clock monitor on", [this](const auto &a) { enable(a[0], true); }},
+            {"cmu 14", "<monitor>", "switch a clock monitor off", [this](const auto &a) { enable(a[0], false); }},
+            {"cmu", "<monitor> <upper> <lower>", "set limits in MHz", [this](const auto &a) { setLimits(a); }},
             {"cmu 15", "clock monitors to their defaults", [this] { restoreAll(); }},
             {"cmu 16", "clock fault record", [this] { sendRecord(); }},
             {"cmu 17", "clear clock faults", [this] { clearFaults(); }},
@@ -105,8 +103,8 @@ public:
             {"inject 5 3", "SPI_CLK lost", [this] { lose(kSpi); }},
             {"inject 5 4", "MC_CLK below moved limits", [this] { moveUp(kMc); }},
             {"inject 5 5", "MC_CLK above moved limits", [this] { moveDown(kMc); }},
-            {"sick clock", "xosc|spi|sdpll|pll0|pll1|irc", "a clock fails", [this](auto &a) { fail(a[0]); }},
-            {"sick source", "<0-7>", "another system clock source", [this](auto &a) { setSource(a[0]); }},
+            {"sick clock", "xosc|spi|sdpll|pll0|pll1|irc", "a clock fails", [this](const auto &a) { fail(a[0]); }},
+            {"sick source", "<0-7>", "another system clock source", [this](const auto &a) { setSource(a[0]); }},
         });
     }
 
@@ -185,7 +183,7 @@ private:
     void sendClocks()
     {
         const bool crystal = !at(kMc).lost;
-        const unsigned flags = crystal ? m_generators | m_source : (m_generators & kIrcAlone) | kFromIrc;
+        const unsigned flags = crystal ? m_generators | m_source : m_generators & kIrcAlone; // source 0: IRC
         const int hertz = crystal ? kIrcHz + m_board.drawn(-40000, 40000) : 0;
         m_board.send(ModuleId::Cmu, cmu::ClockReport,
                      PayloadWriter().u8(flags).u24be(static_cast<quint32>(hertz)).take());

@@ -68,7 +68,8 @@ public:
     explicit ChecksumUnit(Board &board) : m_board(board)
     {
         board.addCommands({
-            {"crc", "<polynomial> <instance> <channel>", "checksum of a channel's block", [this](auto &a) { run(a); }},
+            {"crc", "<polynomial> <instance> <channel>", "checksum of a channel's block",
+             [this](const auto &a) { run(a); }},
         });
     }
 

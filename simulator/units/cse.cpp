@@ -52,7 +52,8 @@ std::optional<QByteArray> bytesOf(const QString &text)
 // Time for data of so many hexadecimal digits: a started block counts, and one more for the start value.
 float timeFor(int digits)
 {
-    return kCommandUs + kBlockUs * static_cast<float>(1 + (digits + cse::kBlockDigits - 1) / cse::kBlockDigits);
+    const int blocks = 1 + (digits + cse::kBlockDigits - 1) / cse::kBlockDigits;
+    return kCommandUs + kBlockUs * static_cast<float>(blocks);
 }
 
 class CryptoEngine : public Unit
@@ -77,7 +78,7 @@ public:
             {"cse 7", "[<hex>]", "extend the pseudo random seed", run(&CryptoEngine::extendSeed)},
             {"cse", "...", "", run(&CryptoEngine::refuse)},
             {"sick cse", "<0-255>", "the engine's next operation ends with this error",
-             [this](auto &a) { setError(a[0]); }},
+             [this](const auto &a) { setError(a[0]); }},
         });
     }
 

@@ -42,8 +42,8 @@ public:
     {
         board.addCommands({
             {"get 0", "", [this] { sendState(); }},
-            {"sick fault", "<0-255>", "a fault of any source", [this](auto &a) { raise(a[0]); }},
-            {"sick fccu", "<0-3>", "CONFIG, NORMAL, ALARM or FAULT", [this](auto &a) { setState(a[0]); }},
+            {"sick fault", "<0-255>", "a fault of any source", [this](const auto &a) { raise(a[0]); }},
+            {"sick fccu", "<0-3>", "CONFIG, NORMAL, ALARM or FAULT", [this](const auto &a) { setState(a[0]); }},
         });
     }
 

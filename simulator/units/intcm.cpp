@@ -48,12 +48,12 @@ public:
         board.addCommands({
             {"get 7", "interrupt monitor", [this] { sendStatus(); }},
             {"intcm", "IACK|EOI|SW <core> <index> <latency> <irq>", "configure a channel",
-             [this](auto &a) { configure(a); }},
+             [this](const auto &a) { configure(a); }},
             {"intcm 1", "channels to their defaults", [this] { restore(); }},
             {"intcm 2", "interrupt fault record", [this] { sendRecord(); }},
             {"intcm 3", "clear interrupt faults", [this] { clearFaults(); }},
-            {"intcm 4", "<core> <index>", "close a channel", [this](auto &a) { closeChannel(a); }},
-            {"inject 8", "<core+1>", "late interrupt", [this](auto &a) { inject(a[0]); }},
+            {"intcm 4", "<core> <index>", "close a channel", [this](const auto &a) { closeChannel(a); }},
+            {"inject 8", "<core+1>", "late interrupt", [this](const auto &a) { inject(a[0]); }},
         });
     }
 
@@ -120,7 +120,8 @@ private:
             return;
         }
         wanted->latency = wanted->timer = 0;
-        if (std::ranges::none_of(m_channels, [wanted](auto &c) { return c.core == wanted->core && c.latency != 0; }))
+        if (std::ranges::none_of(m_channels,
+                                 [wanted](const auto &c) { return c.core == wanted->core && c.latency != 0; }))
             setMode(wanted->core, kNoMode);
         sendStatus();
     }

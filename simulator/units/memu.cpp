@@ -47,12 +47,12 @@ public:
     explicit MemoryErrors(Board &board) : m_board(board)
     {
         board.addCommands({
-            {"inject 9 1", "<offset>", "1-bit error in flash, hexadecimal", [this](auto &a) { inject(0, a); }},
-            {"inject 9 2", "<offset>", "2-bit error in flash", [this](auto &a) { inject(1, a); }},
-            {"inject 9 3", "<offset> <data>", "1-bit error in peripheral RAM", [this](auto &a) { inject(2, a); }},
-            {"inject 9 4", "<offset> <data>", "2-bit error in peripheral RAM", [this](auto &a) { inject(3, a); }},
-            {"inject 9 5", "<offset> <data>", "1-bit error in system RAM", [this](auto &a) { inject(4, a); }},
-            {"inject 9 6", "<offset> <data>", "2-bit error in system RAM", [this](auto &a) { inject(5, a); }},
+            {"inject 9 1", "<offset>", "1-bit error in flash, hexadecimal", [this](const auto &a) { inject(0, a); }},
+            {"inject 9 2", "<offset>", "2-bit error in flash", [this](const auto &a) { inject(1, a); }},
+            {"inject 9 3", "<offset> <data>", "1-bit error in peripheral RAM", [this](const auto &a) { inject(2, a); }},
+            {"inject 9 4", "<offset> <data>", "2-bit error in peripheral RAM", [this](const auto &a) { inject(3, a); }},
+            {"inject 9 5", "<offset> <data>", "1-bit error in system RAM", [this](const auto &a) { inject(4, a); }},
+            {"inject 9 6", "<offset> <data>", "2-bit error in system RAM", [this](const auto &a) { inject(5, a); }},
             {"inject 9 7", "data cache error", [this] { injectIntoCache(); }},
             {"memu 1", "memory fault record", [this] { sendRecord(); }},
             {"memu 2", "clear memory fault record", [this] { clearRecord(); }},

@@ -41,9 +41,9 @@ public:
         board.addCommands({
             {"get 6", "voltage detectors", [this] { sendStatus(); }},
             {"pmc 1", "all detector self-tests", [this] { testAll(); }},
-            {"pmc 2", "<detector>", "one detector self-test", [this](auto &a) { testOne(a[0]); }},
-            {"pmc 3", "<detector>", "switch a detector on (10: all)", [this](auto &a) { turn(a[0], true); }},
-            {"pmc 4", "<detector>", "switch a detector off (10: all)", [this](auto &a) { turn(a[0], false); }},
+            {"pmc 2", "<detector>", "one detector self-test", [this](const auto &a) { testOne(a[0]); }},
+            {"pmc 3", "<detector>", "switch a detector on (10: all)", [this](const auto &a) { turn(a[0], true); }},
+            {"pmc 4", "<detector>", "switch a detector off (10: all)", [this](const auto &a) { turn(a[0], false); }},
             {"pmc 5", "detectors to their defaults", [this] { restore(); }},
             {"pmc 6", "voltage fault record", [this] { sendRecord(); }},
             {"pmc 7", "clear voltage faults", [this] { clearFaults(); }},

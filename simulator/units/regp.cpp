@@ -35,7 +35,7 @@ public:
             {"regP 4", "<data>", "hard lock, then write the mirror space",
              write(&RegisterProtection::hardLockThenWrite)},
             {"regP 5", "<data>", "write the register", write(&RegisterProtection::write)},
-            {"sick lock", "<soft:0|1> <hard:0|1>", "set both locks", [this](auto &a) { setLocks(a); }},
+            {"sick lock", "<soft:0|1> <hard:0|1>", "set both locks", [this](const auto &a) { setLocks(a); }},
         });
     }
 

@@ -43,12 +43,13 @@ public:
             {"get 9", "reset reasons, escalation thresholds", [this] { announce(); }},
             {"resetEsca 1 1", "functional escalation on or off", [this] { toggle(m_functional); }},
             {"resetEsca 1 2", "clear the functional counter", [this] { clear(m_functional); }},
-            {"resetEsca 1 3", "<0-255>", "functional threshold", [this](auto &a) { setThreshold(m_functional, a[0]); }},
+            {"resetEsca 1 3", "<0-255>", "functional threshold",
+             [this](const auto &a) { setThreshold(m_functional, a[0]); }},
             {"resetEsca 2 1", "destructive escalation on or off", [this] { toggle(m_destructive); }},
             {"resetEsca 2 2", "clear the destructive counter", [this] { clear(m_destructive); }},
             {"resetEsca 2 3", "<0-255>", "destructive threshold",
-             [this](auto &a) { setThreshold(m_destructive, a[0]); }},
-            {"sick reset", "<reason> [<source>]", "a reset for any reason", [this](auto &a) { force(a); }},
+             [this](const auto &a) { setThreshold(m_destructive, a[0]); }},
+            {"sick reset", "<reason> [<source>]", "a reset for any reason", [this](const auto &a) { force(a); }},
             {"sick hold", "the end of escalation: held in reset until the next power-on", [this] { hold(); }},
         });
     }

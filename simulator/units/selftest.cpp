@@ -53,9 +53,9 @@ public:
     {
         board.addCommands({
             {"sick lbist", "<1-8>", "a logic partition fails in the next self-test",
-             [this](auto &a) { breakOne(m_brokenLogic, a[0]); }},
+             [this](const auto &a) { breakOne(m_brokenLogic, a[0]); }},
             {"sick mbist", "<1-92>", "a memory cut fails in the next self-test",
-             [this](auto &a) { breakOne(m_brokenCuts, a[0]); }},
+             [this](const auto &a) { breakOne(m_brokenCuts, a[0]); }},
         });
     }
 

@@ -67,9 +67,9 @@ public:
             {"smpu 4", "memory protection fault record", [this] { sendRecord(); }},
             {"smpu 5", "clear memory protection faults", [this] { clearFaults(); }},
             {"sick rights", "<region> <core> <0-3>", "rights of a core (1: write only)",
-             [this](auto &a) { setRights(a); }},
-            {"sick cache", "<region> <0|1>", "cache enabled or inhibited", [this](auto &a) { setCache(a); }},
-            {"inject 6", "<1-6>", "forbidden access", [this](auto &a) { inject(a[0]); }},
+             [this](const auto &a) { setRights(a); }},
+            {"sick cache", "<region> <0|1>", "cache enabled or inhibited", [this](const auto &a) { setCache(a); }},
+            {"inject 6", "<1-6>", "forbidden access", [this](const auto &a) { inject(a[0]); }},
         });
     }
 

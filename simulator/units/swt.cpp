@@ -38,14 +38,16 @@ public:
     {
         board.addCommands({
             {"get 2", "watchdogs", [this] { sendAll(); }},
-            {"swt 1", "<watchdog> <ms>", "fixed service sequence and time-out", [this](auto &a) { configure(0, a); }},
-            {"swt 2", "<watchdog> <ms>", "keyed service sequence and time-out", [this](auto &a) { configure(1, a); }},
-            {"swt 3", "<watchdog>", "switch a watchdog on (4: all)", [this](auto &a) { turn(a[0], true); }},
-            {"swt 4", "<watchdog>", "switch a watchdog off (4: all)", [this](auto &a) { turn(a[0], false); }},
+            {"swt 1", "<watchdog> <ms>", "fixed service sequence and time-out",
+             [this](const auto &a) { configure(0, a); }},
+            {"swt 2", "<watchdog> <ms>", "keyed service sequence and time-out",
+             [this](const auto &a) { configure(1, a); }},
+            {"swt 3", "<watchdog>", "switch a watchdog on (4: all)", [this](const auto &a) { turn(a[0], true); }},
+            {"swt 4", "<watchdog>", "switch a watchdog off (4: all)", [this](const auto &a) { turn(a[0], false); }},
             {"swt 5", "watchdogs to their defaults", [this] { restore(); }},
             {"inject 3 1", "watchdog 0 runs out", [this] { starve(); }},
             {"inject 3 2", "invalid access to watchdog 0", [this] { accessWrongly(); }},
-            {"sick service", "<watchdog> <0-3>", "another service mode", [this](auto &a) { setMode(a); }},
+            {"sick service", "<watchdog> <0-3>", "another service mode", [this](const auto &a) { setMode(a); }},
         });
     }
 

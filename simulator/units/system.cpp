@@ -31,8 +31,8 @@ public:
             {"get 1", "operating mode, firmware version", [this] { announce(); }},
             {"inject 1", "functional reset", [&board] { board.restart(Reason::SoftwareFunctional); }},
             {"inject 2", "destructive reset", [&board] { board.restart(Reason::SoftwareDestructive); }},
-            {"sick mode", "<0-15>", "another operating mode", [this](auto &a) { setMode(a[0]); }},
-            {"sick frame", "<module> <type> [<hex>]", "any report", [this](auto &a) { sendAny(a); }},
+            {"sick mode", "<0-15>", "another operating mode", [this](const auto &a) { setMode(a[0]); }},
+            {"sick frame", "<module> <type> [<hex>]", "any report", [this](const auto &a) { sendAny(a); }},
         });
     }
 

@@ -36,11 +36,11 @@ public:
         board.addCommands({
             {"get 10", "power chip", [this] { sendAll(); }},
             {"sick regulator", "vpre|vboost|vbuck1|vbuck2|vbuck3|vldo1|vldo2|spi|all", "a regulator fails",
-             [this](auto &a) { fail(a[0]); }},
+             [this](const auto &a) { fail(a[0]); }},
             {"sick failsafe", "<0-5>", "a state of the fail-safe machine (5: unknown)",
-             [this](auto &a) { setState(a[0]); }},
+             [this](const auto &a) { setState(a[0]); }},
             {"sick debug", "the power chip in debug mode", [this] { setDebug(true); }},
-            {"sick count", "<0-255>", "the power chip's fault counter", [this](auto &a) { setCount(a[0]); }},
+            {"sick count", "<0-255>", "the power chip's fault counter", [this](const auto &a) { setCount(a[0]); }},
         });
     }
 
@@ -94,7 +94,7 @@ private:
     }
 
     // A chip with a bad supply goes on asserting its safety output.
-    unsigned goal() const { return m_bad & ~kLink ? vg5k::AssertFs0b : vg5k::NormalFs; }
+    unsigned goal() const { return (m_bad & ~kLink) != 0 ? vg5k::AssertFs0b : vg5k::NormalFs; }
 
     void enter(unsigned state)
     {

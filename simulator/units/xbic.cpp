@@ -43,12 +43,12 @@ public:
     {
         board.addCommands({
             {"get 11", "crossbar checkers", [this] { sendEnables(); }},
-            {"xbic 1", "<checker>", "switch a crossbar checker on", [this](auto &a) { turn(a[0], true); }},
-            {"xbic 2", "<checker>", "switch a crossbar checker off", [this](auto &a) { turn(a[0], false); }},
+            {"xbic 1", "<checker>", "switch a crossbar checker on", [this](const auto &a) { turn(a[0], true); }},
+            {"xbic 2", "<checker>", "switch a crossbar checker off", [this](const auto &a) { turn(a[0], false); }},
             {"xbic 3", "crossbar checkers to their defaults", [this] { restore(); }},
             {"xbic 4", "crossbar fault record", [this] { sendRecord(); }},
             {"xbic 5", "clear crossbar faults", [this] { clearFaults(); }},
-            {"inject 7", "<checker+1>", "crossbar error", [this](auto &a) { inject(a[0]); }},
+            {"inject 7", "<checker+1>", "crossbar error", [this](const auto &a) { inject(a[0]); }},
         });
     }
 
