@@ -50,6 +50,15 @@ QStringList availablePortNames()
     return names;
 }
 
+PortInfo portNamed(const QString &name, const QList<PortInfo> &ports)
+{
+    for (const PortInfo &port : ports) {
+        if (port.name == name)
+            return port;
+    }
+    return named(name);
+}
+
 void setAvailablePorts(std::function<QList<PortInfo>()> source)
 {
     replacement() = std::move(source);

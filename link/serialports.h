@@ -25,6 +25,8 @@ struct PortInfo {
 QList<PortInfo> availablePorts();
 /// Their names.
 QStringList availablePortNames();
+/// The port with this name among `ports`; where it is not listed, the name is all that is known.
+PortInfo portNamed(const QString &name, const QList<PortInfo> &ports);
 
 /// Puts `source` in the system's place; an empty function gives the place back. For the demonstration, tests and
 /// benchmarks, which must never open a port of the machine they run on.
