@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The port: its choice, opening and closing, and what the status bar says of it.
 #include "app/mainwindow.h"
+#include "app/linestatus.h"
 #include "app/messagebox.h"
+#include "console/consoleform.h"
+#include "link/portidentity.h"
 #include "link/serialline.h"
 #include "link/serialportconfig.h"
 #include "link/serialports.h"
@@ -82,6 +85,11 @@ void MainWindow::openChosenPort()
                QMessageBox::Yes, QMessageBox::NoButton, reason);
         return;
     }
+    listenToPort();
+}
+
+void MainWindow::listenToPort()
+{
     showPortState(lineTrouble(*gSerialPort));
     // Required: each opening adds one more connection. The calls beyond the first find no bytes and change nothing.
     connect(gSerialPort, &QSerialPort::readyRead, this, qOverload<>(&MainWindow::receiveData), Qt::QueuedConnection);
@@ -96,9 +104,29 @@ void MainWindow::Serialport_open()
     openChosenPort();
 }
 
+// Chosen in the line's panel: whatever stood open before, this is the port from now on.
+void MainWindow::usePort(const QString &name)
+{
+    gPortName = name;
+    openChosenPort();
+    if (gSerialPort->isOpen())
+        askAsAtStart();
+}
+
+// The device that was lost is back, perhaps under another name. While it is not ready, nothing is said: it is tried again.
+void MainWindow::reopenPort(const QString &name)
+{
+    if (m_console || gSerialPort->isOpen() || !openLine(*gSerialPort, name))
+        return;
+    gPortName = name;
+    listenToPort();
+    askAsAtStart();
+}
+
 void MainWindow::Serialport_close()
 {
     closeLine(*gSerialPort);
+    m_line->giveUp();
     showPortState();
 }
 
@@ -127,7 +155,9 @@ void MainWindow::onPortError(QSerialPort::SerialPortError error)
     if (!gSerialPort->isOpen() || !isLineLost(error))
         return;
     abandonLine(*gSerialPort);
-    showPortState(tr("connection lost; plug the board in and choose \"open\" again"));
+    showPortState(canComeBack(gPortName)
+                      ? QStringLiteral("connection lost; plug the board in, and the port is opened by itself")
+                      : QStringLiteral("connection lost; plug the board in and choose \"open\" again"));
 }
 
 void MainWindow::showPortState(const QString &trouble)
@@ -137,4 +167,6 @@ void MainWindow::showPortState(const QString &trouble)
     m_portState->setText(trouble.isEmpty() ? tr("Port: %1 - %2").arg(name, state)
                                            : tr("Port: %1 - %2: %3").arg(name, state, trouble));
     m_portState->setToolTip(trouble);
+    m_portState->setVisible(!gSerialPort->isOpen() || !trouble.isEmpty()); // the lamp says it while all is well
+    m_line->setTrouble(trouble);
 }

@@ -2,9 +2,11 @@
 #include "app/mainwindow.h"
 
 #include "app/application.h"
+#include "app/elidedlabel.h"
 #include "app/form.h"
 #include "app/indicators.h"
 #include "app/linerecorder.h"
+#include "app/linestatus.h"
 #include "app/textview.h"
 #include "link/commandchannel.h"
 #include "link/serialline.h"
@@ -98,9 +100,13 @@ void MainWindow::init()
     prepareFields();
 
     delayMs(kRequestGapMs);
-    sendCommand(protocol::cmu::kGetClock);
-    delayMs(kRequestGapMs);
-    sendCommand(protocol::cmu::kGetMonitors);
+    askAsAtStart();
+}
+
+/// Asks for the page in front and for the status.
+void MainWindow::askAsAtStart()
+{
+    on_tabWidget_safety_currentChanged(ui->tabWidget_safety->currentIndex());
     Get_Status();
 }
 
@@ -141,10 +147,13 @@ void MainWindow::prepareForm()
     ui->textBrowser_temp->document()->setMaximumBlockCount(kMaxMessages);
     ui->tabWidget_safety->setCurrentIndex(0);
     ui->tabWidget_security->setCurrentIndex(0);
-    m_portState = new QLabel(this);
-    m_portState->setTextFormat(Qt::PlainText);
+    m_portState = new ElidedLabel(this);
+    m_portState->setContentsMargins(6, 0, 0, 0);
     m_portState->setAccessibleName(tr("Serial port"));
     statusBar()->addWidget(m_portState, 1);
+    m_line = new LineStatus(*this);
+    connect(m_line, &LineStatus::portChosen, this, &MainWindow::usePort);
+    connect(m_line, &LineStatus::portFound, this, &MainWindow::reopenPort);
     showPortState();
     prepareInputs();
 }

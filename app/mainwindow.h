@@ -19,6 +19,7 @@
 
 class QLabel;
 class LineRecorder;
+class LineStatus;
 class consoleForm;
 class introduce;
 class serialportconfig;
@@ -223,6 +224,10 @@ private:
     bool choosePort();
     bool askForPort();
     void openChosenPort();
+    void listenToPort();
+    void reopenPort(const QString &name);
+    void usePort(const QString &name);
+    void askAsAtStart();
     void onPortError(QSerialPort::SerialPortError error);
     void showPortState(const QString &trouble = QString());
     void dispatch(const frameData &frame);
@@ -239,6 +244,7 @@ private:
     std::unique_ptr<serialportconfig> m_portDialog;
     LineRecorder *m_recorder = nullptr;
     QLabel *m_portState = nullptr;
+    LineStatus *m_line = nullptr;
     QStringList portNameList;
     ReceiveState m_receive;
     bool m_startRefused = false;

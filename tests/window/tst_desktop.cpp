@@ -37,6 +37,7 @@ private:
     static QVector<QImage> pages()
     {
         WindowFixture bench;
+        bench.window().Serialport_close(); // or the band above the pages came when the board does not answer
         QVector<QImage> result;
         for (const char *tabs : {"tabWidget_safety", "tabWidget_security"}) {
             auto *pages = bench.find<QTabWidget>(tabs);

@@ -38,7 +38,7 @@ private slots:
         });
         BoxAnswerer answers;
         const MainWindow window;
-        QCOMPARE(listings, 2); // the settings dialog, the choice
+        QCOMPARE(listings, 3); // the settings dialog, the choice, the opening
     }
 
     void descriptions_data()

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+// One line of plain text that gives way: what does not fit ends in an ellipsis.
+#pragma once
+
+#include <QLabel>
+
+class ElidedLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit ElidedLabel(QWidget *parent = nullptr);
+
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};

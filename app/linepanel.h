@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// The panel that the lamp opens: which ports there are, and what has passed the line.
+#pragma once
+
+#include "app/linemonitor.h"
+#include "link/serialports.h"
+
+#include <QFrame>
+
+#include <array>
+
+class QLabel;
+class QListWidget;
+class QPushButton;
+
+class LinePanel : public QFrame
+{
+    Q_OBJECT
+
+public:
+    explicit LinePanel(const LineMonitor &monitor, QWidget *parent = nullptr);
+
+    /// Opens above `corner`, the upper right corner of what was pressed, in global coordinates.
+    void open(const QPoint &corner);
+
+signals:
+    /// The user wants this port.
+    void portChosen(const QString &name);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    QWidget *makePorts();
+    QWidget *makeCounts();
+    QWidget *makeModules();
+    void listPorts();
+    void showCounts();
+    void choose();
+
+    const LineMonitor &m_monitor;
+    QList<PortInfo> m_ports;
+    QLabel *m_state;
+    QListWidget *m_list;
+    QPushButton *m_use;
+    QLabel *m_received, *m_sent, *m_damaged, *m_answer;
+    std::array<QLabel *, protocol::kModuleCount> m_modules;
+    int m_timer = 0;
+};
