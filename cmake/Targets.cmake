@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# Compiler settings for code of ours: workbench_target(<target>).
+# Settings of our targets: every one calls workbench_target(), what is installed calls workbench_product() instead.
 
 function(workbench_target target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion
@@ -14,4 +14,11 @@ function(workbench_target target)
     if(SAFETY_WORKBENCH_FUZZ)
         target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
     endif()
+endfunction()
+
+# Text conversions are spelled out: a C string is Latin-1 or UTF-8, and only its author knows which.
+function(workbench_product target)
+    workbench_target(${target})
+    target_compile_definitions(${target} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
+        QT_USE_QSTRINGBUILDER)
 endfunction()
