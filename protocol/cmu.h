@@ -2,6 +2,7 @@
 // Clock monitor units: reports and commands.
 #pragma once
 
+#include "protocol/latin1.h"
 #include "protocol/layout.h"
 
 #include <QByteArray>
@@ -133,10 +134,10 @@ QString enableCommand(int monitor, bool on);
 QString limitCommand(const QString &selected, int upper, int lower);
 /// "inject 5 1"
 QString injectCommand(int fault);
-inline constexpr QLatin1String kGetClock("get 3");
-inline constexpr QLatin1String kGetMonitors("get 4");
-inline constexpr QLatin1String kDefault("cmu 15");
-inline constexpr QLatin1String kReadFaults("cmu 16");
-inline constexpr QLatin1String kClearFaults("cmu 17");
+inline constexpr QLatin1String kGetClock = "get 3"_l1;
+inline constexpr QLatin1String kGetMonitors = "get 4"_l1;
+inline constexpr QLatin1String kDefault = "cmu 15"_l1;
+inline constexpr QLatin1String kReadFaults = "cmu 16"_l1;
+inline constexpr QLatin1String kClearFaults = "cmu 17"_l1;
 
 } // namespace protocol::cmu

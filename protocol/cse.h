@@ -2,6 +2,7 @@
 // Cryptographic services engine.
 #pragma once
 
+#include "protocol/latin1.h"
 #include "protocol/layout.h"
 
 #include <QByteArray>
@@ -86,15 +87,15 @@ constexpr const auto &layoutOf(const Result *)
 inline constexpr int kBlockDigits = 32;
 
 /// Commands; texts as typed.
-inline constexpr QLatin1String kLoadKeys("cse 1");
-inline constexpr QLatin1String kEncryptEcb("cse 2 1 ");
-inline constexpr QLatin1String kEncryptCbc("cse 2 2 ");
-inline constexpr QLatin1String kDecryptEcb("cse 3 1 ");
-inline constexpr QLatin1String kDecryptCbc("cse 3 2 ");
-inline constexpr QLatin1String kGenerateCmac("cse 4 ");
-inline constexpr QLatin1String kVerifyCmac("cse 5 ");
-inline constexpr QLatin1String kPseudoRandom("cse 6 1");
-inline constexpr QLatin1String kTrueRandom("cse 6 2");
-inline constexpr QLatin1String kExtendSeed("cse 7 ");
+inline constexpr QLatin1String kLoadKeys = "cse 1"_l1;
+inline constexpr QLatin1String kEncryptEcb = "cse 2 1 "_l1;
+inline constexpr QLatin1String kEncryptCbc = "cse 2 2 "_l1;
+inline constexpr QLatin1String kDecryptEcb = "cse 3 1 "_l1;
+inline constexpr QLatin1String kDecryptCbc = "cse 3 2 "_l1;
+inline constexpr QLatin1String kGenerateCmac = "cse 4 "_l1;
+inline constexpr QLatin1String kVerifyCmac = "cse 5 "_l1;
+inline constexpr QLatin1String kPseudoRandom = "cse 6 1"_l1;
+inline constexpr QLatin1String kTrueRandom = "cse 6 2"_l1;
+inline constexpr QLatin1String kExtendSeed = "cse 7 "_l1;
 
 } // namespace protocol::cse

@@ -2,6 +2,7 @@
 // Interrupt monitor.
 #pragma once
 
+#include "protocol/latin1.h"
 #include "protocol/layout.h"
 
 #include <QByteArray>
@@ -91,9 +92,9 @@ QString configureCommand(const QString &mode, int core, int index, const QString
 QString closeCommand(int core, int index);
 /// "inject 8 2" for core 1
 QString injectCommand(int core);
-inline constexpr QLatin1String kGetStatus("get 7");
-inline constexpr QLatin1String kDefault("intcm 1");
-inline constexpr QLatin1String kReadFaults("intcm 2");
-inline constexpr QLatin1String kClearFaults("intcm 3");
+inline constexpr QLatin1String kGetStatus = "get 7"_l1;
+inline constexpr QLatin1String kDefault = "intcm 1"_l1;
+inline constexpr QLatin1String kReadFaults = "intcm 2"_l1;
+inline constexpr QLatin1String kClearFaults = "intcm 3"_l1;
 
 } // namespace protocol::intcm

@@ -2,6 +2,7 @@
 // Memory error management unit.
 #pragma once
 
+#include "protocol/latin1.h"
 #include "protocol/layout.h"
 
 #include <QByteArray>
@@ -67,9 +68,9 @@ constexpr const auto &layoutOf(const FaultRecord *)
 enum class Memory { Flash = 0, Pram = 1, Sram = 2 };
 /// "inject 9 1 100" to "inject 9 6 100 55"; `arguments` as typed.
 QString injectCommand(Memory memory, bool doubleBit, const QString &arguments);
-inline constexpr QLatin1String kInjectCache("inject 9 7");
-inline constexpr QLatin1String kReadFaults("memu 1");
-inline constexpr QLatin1String kClearFaults("memu 2");
-inline constexpr QLatin1String kClearStatus("memu 3");
+inline constexpr QLatin1String kInjectCache = "inject 9 7"_l1;
+inline constexpr QLatin1String kReadFaults = "memu 1"_l1;
+inline constexpr QLatin1String kClearFaults = "memu 2"_l1;
+inline constexpr QLatin1String kClearStatus = "memu 3"_l1;
 
 } // namespace protocol::memu

@@ -2,6 +2,7 @@
 // Power management controller: voltage detectors.
 #pragma once
 
+#include "protocol/latin1.h"
 #include "protocol/layout.h"
 
 #include <QByteArray>
@@ -113,11 +114,11 @@ constexpr const auto &layoutOf(const FaultRecord *)
 /// "pmc 2 7", "pmc 3 7" and "pmc 4 7"
 QString selfTestCommand(Detector detector);
 QString switchCommand(Detector detector, bool on);
-inline constexpr QLatin1String kGetStatus("get 6");
-inline constexpr QLatin1String kAllSelfTests("pmc 1");
-inline constexpr QLatin1String kDefault("pmc 5");
-inline constexpr QLatin1String kReadFaults("pmc 6");
-inline constexpr QLatin1String kClearFaults("pmc 7");
+inline constexpr QLatin1String kGetStatus = "get 6"_l1;
+inline constexpr QLatin1String kAllSelfTests = "pmc 1"_l1;
+inline constexpr QLatin1String kDefault = "pmc 5"_l1;
+inline constexpr QLatin1String kReadFaults = "pmc 6"_l1;
+inline constexpr QLatin1String kClearFaults = "pmc 7"_l1;
 /// "inject 4 1"; 1 temperature sensor, 2 HVD, 3 LVD, 4 LVD self-test
 QString injectCommand(int fault);
 

@@ -2,6 +2,7 @@
 // Register protection.
 #pragma once
 
+#include "protocol/latin1.h"
 #include "protocol/layout.h"
 
 #include <QByteArray>
@@ -41,7 +42,7 @@ Status decodeStatus(const QByteArray &payload);
 enum class Write { SoftLockByMirror = 2, SoftLockByBit = 3, HardLock = 4, Data = 5 };
 /// "regP 5 1234"; the value as typed
 QString writeCommand(Write write, const QString &value);
-inline constexpr QLatin1String kGetStatus("get 8");
-inline constexpr QLatin1String kSoftLockOff("regP 1");
+inline constexpr QLatin1String kGetStatus = "get 8"_l1;
+inline constexpr QLatin1String kSoftLockOff = "regP 1"_l1;
 
 } // namespace protocol::regp

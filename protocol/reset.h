@@ -2,6 +2,7 @@
 // Reset reasons and reset escalation.
 #pragma once
 
+#include "protocol/latin1.h"
 #include "protocol/fccu.h"
 #include "protocol/layout.h"
 
@@ -94,7 +95,7 @@ constexpr const auto &layoutOf(const Escalation *)
 enum class Kind { Functional = 1, Destructive = 2 };
 enum class Operation { Toggle = 1, ClearCounter = 2 };
 /// Reset reasons and escalation thresholds.
-inline constexpr QLatin1String kGetReasons("get 9");
+inline constexpr QLatin1String kGetReasons = "get 9"_l1;
 /// "resetEsca 1 1"
 QString escalationCommand(Kind kind, Operation operation);
 /// "resetEsca 1 3 5"

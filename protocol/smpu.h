@@ -2,6 +2,7 @@
 // System memory protection units.
 #pragma once
 
+#include "protocol/latin1.h"
 #include "protocol/layout.h"
 
 #include <QByteArray>
@@ -92,11 +93,11 @@ constexpr const auto &layoutOf(const FaultRecord *)
 
 /// "inject 6 1" to "inject 6 6"
 QString injectCommand(int fault);
-inline constexpr QLatin1String kGetRegions("get 5");
-inline constexpr QLatin1String kAllOn("smpu 1");
-inline constexpr QLatin1String kAllOff("smpu 2");
-inline constexpr QLatin1String kDefault("smpu 3");
-inline constexpr QLatin1String kReadFaults("smpu 4");
-inline constexpr QLatin1String kClearFaults("smpu 5");
+inline constexpr QLatin1String kGetRegions = "get 5"_l1;
+inline constexpr QLatin1String kAllOn = "smpu 1"_l1;
+inline constexpr QLatin1String kAllOff = "smpu 2"_l1;
+inline constexpr QLatin1String kDefault = "smpu 3"_l1;
+inline constexpr QLatin1String kReadFaults = "smpu 4"_l1;
+inline constexpr QLatin1String kClearFaults = "smpu 5"_l1;
 
 } // namespace protocol::smpu

@@ -2,6 +2,7 @@
 // Signal processing accelerator.
 #pragma once
 
+#include "protocol/latin1.h"
 #include "protocol/layout.h"
 
 #include <QByteArray>
@@ -60,9 +61,9 @@ constexpr const auto &layoutOf(const FaultRecord *)
     return kFaultRecordFields;
 }
 
-inline constexpr QLatin1String kInjectOram("inject 10 1");
-inline constexpr QLatin1String kInjectTram("inject 10 2");
-inline constexpr QLatin1String kReadFaults("spt 1");
-inline constexpr QLatin1String kClearFaults("spt 2");
+inline constexpr QLatin1String kInjectOram = "inject 10 1"_l1;
+inline constexpr QLatin1String kInjectTram = "inject 10 2"_l1;
+inline constexpr QLatin1String kReadFaults = "spt 1"_l1;
+inline constexpr QLatin1String kClearFaults = "spt 2"_l1;
 
 } // namespace protocol::spt

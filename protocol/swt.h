@@ -2,6 +2,7 @@
 // Software watchdogs.
 #pragma once
 
+#include "protocol/latin1.h"
 #include "protocol/layout.h"
 
 #include <QByteArray>
@@ -50,9 +51,9 @@ QString switchCommand(int watchdog, bool on);
 /// "swt 2 2 200": mode and core counted from 1, then the time-out.
 QString configureCommand(int mode, int core, int timeout);
 inline constexpr int kAll = 4;
-inline constexpr QLatin1String kGetStatus("get 2");
-inline constexpr QLatin1String kDefault("swt 5");
-inline constexpr QLatin1String kInjectTimeout("inject 3 1");
-inline constexpr QLatin1String kInjectAccess("inject 3 2");
+inline constexpr QLatin1String kGetStatus = "get 2"_l1;
+inline constexpr QLatin1String kDefault = "swt 5"_l1;
+inline constexpr QLatin1String kInjectTimeout = "inject 3 1"_l1;
+inline constexpr QLatin1String kInjectAccess = "inject 3 2"_l1;
 
 } // namespace protocol::swt

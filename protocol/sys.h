@@ -2,6 +2,7 @@
 // System status: operating mode, firmware version, restart notice.
 #pragma once
 
+#include "protocol/latin1.h"
 #include "protocol/layout.h"
 #include "protocol/reset.h"
 #include "protocol/vg5k.h"
@@ -77,11 +78,11 @@ constexpr const auto &layoutOf(const RestartNotice *)
 }
 
 /// Greeting, and the state of the fault collection unit.
-inline constexpr QLatin1String kGetGreeting("get 0");
+inline constexpr QLatin1String kGetGreeting = "get 0"_l1;
 /// Operating mode and firmware version.
-inline constexpr QLatin1String kGetMode("get 1");
-inline constexpr QLatin1String kFunctionalReset("inject 1");
-inline constexpr QLatin1String kDestructiveReset("inject 2");
+inline constexpr QLatin1String kGetMode = "get 1"_l1;
+inline constexpr QLatin1String kFunctionalReset = "inject 1"_l1;
+inline constexpr QLatin1String kDestructiveReset = "inject 2"_l1;
 /// The status poll, in the order sent.
 inline constexpr QLatin1String kStatusPoll[] = {kGetMode, reset::kGetReasons, vg5k::kGetItems, kGetGreeting};
 

@@ -2,6 +2,7 @@
 // The external safety power chip.
 #pragma once
 
+#include "protocol/latin1.h"
 #include "protocol/layout.h"
 
 #include <QByteArray>
@@ -51,6 +52,6 @@ constexpr const auto &layoutOf(const Report *)
     return kReportFields;
 }
 
-inline constexpr QLatin1String kGetItems("get 10");
+inline constexpr QLatin1String kGetItems = "get 10"_l1;
 
 } // namespace protocol::vg5k

@@ -2,6 +2,7 @@
 // Crossbar integrity checkers.
 #pragma once
 
+#include "protocol/latin1.h"
 #include "protocol/layout.h"
 
 #include <QByteArray>
@@ -83,9 +84,9 @@ constexpr const auto &layoutOf(const FaultRecord *)
 QString enableCommand(int checker, bool on);
 /// "inject 7 4" for checker 3
 QString injectCommand(int checker);
-inline constexpr QLatin1String kGetEnables("get 11");
-inline constexpr QLatin1String kDefault("xbic 3");
-inline constexpr QLatin1String kReadFaults("xbic 4");
-inline constexpr QLatin1String kClearFaults("xbic 5");
+inline constexpr QLatin1String kGetEnables = "get 11"_l1;
+inline constexpr QLatin1String kDefault = "xbic 3"_l1;
+inline constexpr QLatin1String kReadFaults = "xbic 4"_l1;
+inline constexpr QLatin1String kClearFaults = "xbic 5"_l1;
 
 } // namespace protocol::xbic
