@@ -31,7 +31,7 @@ QString dataText(const Result &result)
     const auto zeros = static_cast<int>(std::min(missing, kMaxZeros));
     QByteArray text;
     text.reserve((result.data.size() + zeros) * 9);
-    for (const char byte : result.data + QByteArray(zeros, '\0')) {
+    for (const char byte : QByteArray(result.data + QByteArray(zeros, '\0'))) {
         const auto bits = static_cast<unsigned char>(byte);
         text.append("0x").append(digits[bits >> 4]).append(digits[bits & 15]).append("h    ");
     }
