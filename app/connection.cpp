@@ -3,7 +3,6 @@
 #include "app/mainwindow.h"
 #include "app/linestatus.h"
 #include "app/messagebox.h"
-#include "console/consoleform.h"
 #include "link/portidentity.h"
 #include "link/serialline.h"
 #include "link/serialportconfig.h"
@@ -116,7 +115,7 @@ void MainWindow::usePort(const QString &name)
 // The device that was lost is back, perhaps under another name. While it is not ready, nothing is said: it is tried again.
 void MainWindow::reopenPort(const QString &name)
 {
-    if (m_console || gSerialPort->isOpen() || !openLine(*gSerialPort, name))
+    if (hasConsole() || gSerialPort->isOpen() || !openLine(*gSerialPort, name))
         return;
     gPortName = name;
     listenToPort();

@@ -231,6 +231,7 @@ private:
     void onPortError(QSerialPort::SerialPortError error);
     void showPortState(const QString &trouble = QString());
     void dispatch(const frameData &frame);
+    bool hasConsole() const;
     void makePages();
     void showReport(const frameData &frame);
 

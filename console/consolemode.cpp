@@ -22,3 +22,9 @@ void MainWindow::console_mode()
         m_console->close(); // the program ends
     showPortState(gSerialPort->isOpen() ? QString() : openFailureText(*gSerialPort));
 }
+
+/// The console is open and has the line.
+bool MainWindow::hasConsole() const
+{
+    return m_console;
+}
