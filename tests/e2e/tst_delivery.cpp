@@ -176,6 +176,7 @@ private:
 
 int main(int argc, char *argv[])
 {
+    qputenv("QTEST_FUNCTION_TIMEOUT", "86400000"); // ms; minutes pass in seconds
     fakeclock::setSpeed(100);
     QApplication application(argc, argv);
     QTEST_SET_MAIN_SOURCE_PATH
