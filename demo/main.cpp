@@ -4,8 +4,10 @@
 #include "app/mainwindow.h"
 #include "app/startup.h"
 #include "support/boardprocess.h"
+#include "demo/replayprocess.h"
 #include "demo/screenshots.h"
 #include "demo/tour.h"
+#include "demo/transportbar.h"
 #include "demo/tutorial.h"
 #include "link/serialports.h"
 
@@ -104,7 +106,15 @@ int main(int argc, char *argv[])
     const QCommandLineOption screenshotsOption(QStringLiteral("screenshots"),
                                                QStringLiteral("Save the pictures of the manual in DIR, then end."),
                                                QStringLiteral("DIR"));
-    parser.addOptions({boardsOption, tourOption, sizeOption, screenshotsOption});
+    const QCommandLineOption replayOption(QStringLiteral("replay"),
+                                          QStringLiteral("Play the recording FILE instead of a virtual board."),
+                                          QStringLiteral("FILE"));
+    const QCommandLineOption speedOption(QStringLiteral("speed"), QStringLiteral("Replay N times as fast (default 1)."),
+                                         QStringLiteral("N"), QStringLiteral("1"));
+    const QCommandLineOption fromOption(QStringLiteral("from"),
+                                        QStringLiteral("Replay from the second SECONDS on (default 0)."),
+                                        QStringLiteral("SECONDS"), QStringLiteral("0"));
+    parser.addOptions({boardsOption, tourOption, sizeOption, screenshotsOption, replayOption, speedOption, fromOption});
     for (const BoardOption &option : boardOptions)
         parser.addOption(
             {QString::fromLatin1(option.name), QString::fromLatin1(option.help), QString::fromLatin1(option.value)});
@@ -116,10 +126,20 @@ int main(int argc, char *argv[])
     const QStringList size = parser.value(sizeOption).split(QLatin1Char('x'));
     const QString tutorial =
         parser.isSet(tutorialOption) ? QDir().absoluteFilePath(parser.value(tutorialOption)) : QString();
+    const QString recording =
+        parser.isSet(replayOption) ? QDir().absoluteFilePath(parser.value(replayOption)) : QString();
     workBesideData();
 
-    const auto boards = startBoards(parser.value(boardsOption).toInt(), passedOn(parser));
+    std::unique_ptr<ReplayProcess> replay;
+    if (!recording.isEmpty()) {
+        replay = std::make_unique<ReplayProcess>(recording, parser.value(speedOption), parser.value(fromOption));
+        if (!replay->isRunning())
+            return 1; // it has said why
+    }
+    const auto boards = startBoards(replay ? 0 : parser.value(boardsOption).toInt(), passedOn(parser));
     QStringList ports;
+    if (replay)
+        ports.append(replay->tty());
     for (const auto &board : boards) {
         if (!board->isRunning()) {
             QTextStream(stderr) << "The virtual board did not start: " << board->errorString() << Qt::endl;
@@ -130,6 +150,8 @@ int main(int argc, char *argv[])
     setAvailablePortNames([ports] { return ports; });
 
     return runWorkbench(application, [&](MainWindow &window) {
+        if (replay)
+            window.addToolBar(Qt::BottomToolBarArea, new TransportBar(*replay, &window));
         if (size.size() == 2)
             window.resize(size[0].toInt(), size[1].toInt());
         const auto show = [&](const std::function<bool()> &play) {
