@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/startup.h"
 
+#include "app/datafiles.h"
 #include "app/mainwindow.h"
 
 #include <QApplication>
@@ -53,7 +54,7 @@ void fitWindow(QMainWindow &window, const QSize &room)
 
 int runWorkbench(QApplication &application, const std::function<void(MainWindow &)> &shown)
 {
-    QSplashScreen splash(QPixmap(QStringLiteral("./VEK_logo_RGB_web.png")));
+    QSplashScreen splash(QPixmap(dataFile(QStringLiteral("./VEK_logo_RGB_web.png"))));
     splash.show();
     QApplication::processEvents();
 

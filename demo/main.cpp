@@ -13,7 +13,6 @@
 
 #include <QCommandLineParser>
 #include <QDir>
-#include <QFile>
 #include <QTextStream>
 #include <QTimer>
 
@@ -22,19 +21,6 @@
 #include <vector>
 
 namespace {
-
-// The manual, the video and the splash picture are looked for in the working directory: where it lacks them, beside the
-// program, as in a build folder, or where an installation keeps them.
-void workBesideData()
-{
-    const QString programs = QApplication::applicationDirPath() + QLatin1Char('/');
-    for (const QString &folder : {QStringLiteral("."), programs, programs + QStringLiteral(WORKBENCH_DATA)}) {
-        if (QFile::exists(folder + QStringLiteral("/VEK_logo_RGB_web.png"))) {
-            QDir::setCurrent(folder);
-            return;
-        }
-    }
-}
 
 // Options of the virtual board that are passed on to it as they are.
 struct BoardOption {
@@ -128,7 +114,6 @@ int main(int argc, char *argv[])
         parser.isSet(tutorialOption) ? QDir().absoluteFilePath(parser.value(tutorialOption)) : QString();
     const QString recording =
         parser.isSet(replayOption) ? QDir().absoluteFilePath(parser.value(replayOption)) : QString();
-    workBesideData();
 
     std::unique_ptr<ReplayProcess> replay;
     if (!recording.isEmpty()) {

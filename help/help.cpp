@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The Help menu: manual, video, introduction, About, licence.
+#include "app/datafiles.h"
 #include "app/mainwindow.h"
 #include "app/messagebox.h"
 #include "help/introduce.h"
 
 #include <QDesktopServices>
 #include <QDir>
+#include <QFileInfo>
+#include <QStatusBar>
 #include <QUrl>
 
 namespace {
@@ -22,21 +25,28 @@ const char kLicense[] =
     "comes with it. By using it you agree to these terms. If you do not agree to them, do not keep, "
     "install or use the program.";
 
-void openFile(const QString &path)
+constexpr int kTroubleShownMs = 10000;
+
+// Hands the file to the desktop, also a missing one. What went wrong as far as we know it; empty where nothing did.
+QString openFile(const QString &path)
 {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(QDir::current().absoluteFilePath(path)));
+    const QString file = dataFile(path);
+    const bool opened = QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+    if (!QFileInfo::exists(file))
+        return QStringLiteral("Not found: ") + QDir::cleanPath(path);
+    return opened ? QString() : QStringLiteral("No program opens ") + QDir::cleanPath(file);
 }
 
 } // namespace
 
 void MainWindow::Open_Manuel()
 {
-    openFile(QStringLiteral("./Document/User Manual.pdf"));
+    statusBar()->showMessage(openFile(QStringLiteral("./Document/User Manual.pdf")), kTroubleShownMs);
 }
 
 void MainWindow::Open_Video()
 {
-    openFile(QStringLiteral("./Video/GUI Tutorial.mp4"));
+    statusBar()->showMessage(openFile(QStringLiteral("./Video/GUI Tutorial.mp4")), kTroubleShownMs);
 }
 
 void MainWindow::GUI_Introduce()

@@ -35,12 +35,14 @@ eventually() { # condition, within 20 s
 
 share=$root/usr/share
 desktop=$share/applications/safety-workbench.desktop
+demonstration=$share/applications/safety-workbench-demo.desktop
 metadata=$share/metainfo/safety-workbench.metainfo.xml
 data=$root$(sed -n 's/^Path=//p' "$desktop")
 
 # What the texts name is there, and nothing in them is left unfilled.
 need "the desktop entry" "$data/VEK_logo_RGB_web.png"
-need_all "the desktop entry" "$root" < <(sed -n 's/^Exec=\///p' "$desktop")
+need_all "a desktop entry" "$root" < <(sed -n 's/^Exec=\///p' "$desktop" "$demonstration")
+[ "$(grep ^Icon= "$demonstration")" = "$(grep ^Icon= "$desktop")" ] || fail "the demonstration has another icon"
 icon=$(sed -n 's/^Icon=//p' "$desktop")
 for size in 48x48 256x256; do need "the desktop entry" "$share/icons/hicolor/$size/apps/$icon.png"; done
 need "the desktop entry" "$share/icons/hicolor/scalable/apps/$icon.svg"
@@ -56,7 +58,7 @@ while read -r file; do
     case $file in */Document/* | */Video/*) [ -e "$build/bin/${file#*/safety-workbench/}" ] || continue ;; esac
     need "a man page" "$root$file"
 done < <(grep -oE '/usr/share/.*' <<<"$pages" | sed 's/[ ,.]*$//')
-grep -lE '@[A-Za-z_]+@' "$desktop" "$metadata" && fail "a name was left unfilled"
+grep -lE '@[A-Za-z_]+@' "$desktop" "$demonstration" "$metadata" && fail "a name was left unfilled"
 grep -E '@[A-Za-z_]+@' <<<"$pages" && fail "a name was left unfilled in a man page"
 
 # The man pages have the options that the programs have.
@@ -67,7 +69,7 @@ for program in safety-workbench-cli safety-workbench-demo virtual-board; do
         || fail "$program: options of --help (<) and of the man page (>)"
 done
 
-checked desktop-file-validate "$desktop"
+checked desktop-file-validate "$desktop" "$demonstration"
 checked appstreamcli validate --no-net "$metadata"
 for page in "$share"/man/man1/*.gz; do
     command -v groff >/dev/null || break
@@ -83,23 +85,22 @@ set_unread "$desktop"
 cat "$desktop" >/dev/null
 was_read "$desktop" || { echo "no access times here, left out: whether the splash picture is read"; was_read() { true; }; }
 
-# The program, as the desktop starts it. It may wait for an answer about ports; it must not have ended.
+# The program, from a folder that has nothing. It may wait for an answer about ports; it must not have ended.
 set_unread "$splash"
-(cd "$data" && PATH=/nowhere exec "$root/usr/bin/safety-workbench") 2>/dev/null &
+mkdir "$root/elsewhere"
+(cd "$root/elsewhere" && PATH=/nowhere exec "$root/usr/bin/safety-workbench") 2>/dev/null &
 running=($!)
 eventually was_read "$splash" || fail "safety-workbench does not find its splash picture"
 kill "${running[0]}"
 wait "${running[0]}" 2>/dev/null
 [ $? -eq 143 ] || fail "safety-workbench ended by itself"
 
-# The demonstration, from a folder that has nothing: it goes to the data, finds its board and shows the first page.
+# The demonstration, from there too: it finds the data and its board and shows the first page.
 set_unread "$splash"
-mkdir "$root/elsewhere"
 (cd "$root/elsewhere" && PATH=/nowhere exec "$root/usr/bin/safety-workbench-demo" --tour "$root/tour") >/dev/null 2>&1 &
 running=($!)
 eventually test -s "$root/tour/01-safety-module-cmu.png" || fail "safety-workbench-demo shows no page"
 was_read "$splash" || fail "safety-workbench-demo does not find the splash picture"
-[ "$(readlink "/proc/${running[0]}/cwd")" = "$data" ] || fail "safety-workbench-demo does not work in the data folder"
 board=$(cat "/proc/${running[0]}/task/${running[0]}/children" 2>/dev/null)
 [ "$(readlink "/proc/${board%% *}/exe")" = "$root/usr/bin/virtual-board" ] || fail "the demonstration has no board of its own"
 kill "${running[0]}" 2>/dev/null
