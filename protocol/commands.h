@@ -13,11 +13,11 @@ namespace protocol {
 
 /// A command line is `words`, then the arguments, with one blank between any two.
 struct CommandInfo {
-    QLatin1String words;     // "cmu 13"
-    QLatin1String arguments; // "<monitor 0-12>"; empty where there are none
-    ModuleId module;         // whose command it is
-    QLatin1String help;      // what it does
-    QLatin1String answer;    // names of the reports that answer, with blanks between them; empty where none has to
+    QLatin1String words;              // "cmu 13"
+    QLatin1String arguments;          // "<monitor 0-12>"; empty where there are none
+    ModuleId module = ModuleId::Text; // whose command it is
+    QLatin1String help;               // what it does
+    QLatin1String answer; // names of the reports that answer, with blanks between them; empty where none has to
 };
 
 /// In the order of modules.

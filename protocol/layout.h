@@ -44,7 +44,7 @@ template <class S> struct Access {
 };
 
 template <class S> struct Row {
-    const char *name;
+    const char *name = nullptr;
     Place place;
     Access<S> access;
     Notes notes = {};

@@ -42,12 +42,12 @@ using Report =
 
 /// A kind of report.
 struct ReportInfo {
-    ModuleId module;
-    quint8 type; // report type, byte 5 of a frame; text messages have any
+    ModuleId module = ModuleId::Text;
+    quint8 type = 0; // report type, byte 5 of a frame; text messages have any
     QLatin1String name;
     QLatin1String title;
-    Report (*decode)(const QByteArray &payload);
-    QVector<FieldInfo> (*fields)();
+    Report (*decode)(const QByteArray &payload) = nullptr;
+    QVector<FieldInfo> (*fields)() = nullptr;
 };
 
 /// All kinds, by the variant's index.
