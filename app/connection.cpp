@@ -161,10 +161,10 @@ void MainWindow::onPortError(QSerialPort::SerialPortError error)
 
 void MainWindow::showPortState(const QString &trouble)
 {
-    const QString name = gPortName.isEmpty() ? tr("no port chosen") : gPortName;
-    const QString state = gSerialPort->isOpen() ? tr("open") : tr("closed");
-    m_portState->setText(trouble.isEmpty() ? tr("Port: %1 - %2").arg(name, state)
-                                           : tr("Port: %1 - %2: %3").arg(name, state, trouble));
+    const QString name = gPortName.isEmpty() ? QStringLiteral("no port chosen") : gPortName;
+    const QString state = gSerialPort->isOpen() ? QStringLiteral("open") : QStringLiteral("closed");
+    m_portState->setText(trouble.isEmpty() ? QStringLiteral("Port: %1 - %2").arg(name, state)
+                                           : QStringLiteral("Port: %1 - %2: %3").arg(name, state, trouble));
     m_portState->setToolTip(trouble);
     m_portState->setVisible(!gSerialPort->isOpen() || !trouble.isEmpty()); // the lamp says it while all is well
     m_line->setTrouble(trouble);

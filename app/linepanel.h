@@ -42,10 +42,13 @@ private:
 
     const LineMonitor &m_monitor;
     QList<PortInfo> m_ports;
-    QLabel *m_state;
-    QListWidget *m_list;
-    QPushButton *m_use;
-    QLabel *m_received, *m_sent, *m_damaged, *m_answer;
-    std::array<QLabel *, protocol::kModuleCount> m_modules;
+    QLabel *m_state = nullptr;
+    QListWidget *m_list = nullptr;
+    QPushButton *m_use = nullptr;
+    QLabel *m_received = nullptr;
+    QLabel *m_sent = nullptr;
+    QLabel *m_damaged = nullptr;
+    QLabel *m_answer = nullptr;
+    std::array<QLabel *, protocol::kModuleCount> m_modules = {};
     int m_timer = 0;
 };

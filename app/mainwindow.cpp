@@ -149,7 +149,7 @@ void MainWindow::prepareForm()
     ui->tabWidget_security->setCurrentIndex(0);
     m_portState = new ElidedLabel(this);
     m_portState->setContentsMargins(6, 0, 0, 0);
-    m_portState->setAccessibleName(tr("Serial port"));
+    m_portState->setAccessibleName(QStringLiteral("Serial port"));
     statusBar()->addWidget(m_portState, 1);
     m_line = new LineStatus(*this);
     connect(m_line, &LineStatus::portChosen, this, &MainWindow::usePort);

@@ -71,7 +71,7 @@ const QByteArray &lineData()
 // A recording of the line data in arrivals of `piece` bytes.
 QString recordingOf(int piece)
 {
-    const QString path = folder().filePath(QStringLiteral("line-%1.pcapng").arg(piece));
+    QString path = folder().filePath(QStringLiteral("line-%1.pcapng").arg(piece));
     QFile file(path);
     if (file.exists() || !file.open(QIODevice::WriteOnly))
         return path;

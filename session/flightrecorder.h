@@ -16,7 +16,7 @@ namespace session {
 class FlightRecorder
 {
 public:
-    static constexpr qint64 kUsualLimit = 64 * 1024 * 1024;
+    static constexpr qint64 kUsualLimit = qint64{64} * 1024 * 1024;
     static constexpr int kPiece = 1024 * 1024;
 
     /// At most `limit` bytes of packets are held, or one piece where that is more.

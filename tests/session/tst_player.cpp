@@ -9,6 +9,8 @@
 
 using namespace session;
 
+Q_DECLARE_METATYPE(std::function<void(Player &)>)
+
 namespace {
 
 constexpr qint64 kMs = 1'000'000;
@@ -188,8 +190,6 @@ void TestPlayer::pausesAndGoesOn()
     player.play();
     QTRY_COMPARE(arrived, fault(47) + fault(28) + "end");
 }
-
-Q_DECLARE_METATYPE(std::function<void(Player &)>)
 
 QTEST_GUILESS_MAIN(TestPlayer)
 #include "tst_player.moc"
