@@ -156,7 +156,7 @@ JsonLine Course::json() const
         .add("caught", isCaught());
     if (m_fault)
         json.raw("fault", fieldsJson(protocol::fields(*m_fault)))
-            .add("reported_us", static_cast<double>((m_faultTime - m_sent) / 1000));
+            .add("reported_us", static_cast<double>(m_faultTime - m_sent) / 1000);
     QByteArray states;
     for (const QString &state : m_states) {
         states.append(states.isEmpty() ? "" : ",");

@@ -80,7 +80,7 @@ void abandonLine(QSerialPort &port)
 
 QByteArray readLine(QSerialPort &port)
 {
-    const QByteArray bytes = port.isOpen() ? port.readAll() : QByteArray();
+    QByteArray bytes = port.isOpen() ? port.readAll() : QByteArray();
     if (!bytes.isEmpty())
         emit lineTraffic().received(bytes);
     return bytes;
