@@ -22,8 +22,8 @@ constexpr QLabel *Form::*regulators[] = {
 static_assert(std::size(regulators) == 8);
 
 struct StateRow {
-    const char *text;
-    const char *colour;
+    const char *text = nullptr;
+    const char *colour = nullptr;
     const char *ink = indicator::kNoInk; // black
 };
 
