@@ -31,8 +31,8 @@ constexpr quint8 kNanoseconds = 9;
 constexpr qint64 kPerSecond = 1'000'000'000;
 constexpr std::size_t kSmallestBlock = 12;
 constexpr std::size_t kLargestOption = 65535;
-constexpr std::size_t kLargestBlock = 16 * 1024 * 1024;
-constexpr std::size_t kReadAtOnce = 256 * 1024;
+constexpr std::size_t kLargestBlock = std::size_t{16} * 1024 * 1024;
+constexpr std::size_t kReadAtOnce = std::size_t{256} * 1024;
 constexpr int kMostPorts = 256;
 constexpr int kMostComments = 1000;
 
