@@ -66,7 +66,7 @@ QByteArray CuttingProxy::nextPiece(Way &way)
         way.size = m_pieceSize ? m_pieceSize(way.random) : way.waiting.size();
     if (way.waiting.size() < way.size && way.pause.isActive())
         return {};
-    const QByteArray piece = way.waiting.left(std::exchange(way.size, 0));
+    QByteArray piece = way.waiting.left(std::exchange(way.size, 0));
     way.waiting.remove(0, piece.size());
     if (way.waiting.isEmpty())
         way.forward.stop();

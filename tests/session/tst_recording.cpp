@@ -273,7 +273,7 @@ void TestRecording::lineBecomesPackets()
 
 void TestRecording::onlyTheLastArrivalsAreKept()
 {
-    constexpr qint64 limit = 4 * FlightRecorder::kPiece;
+    constexpr qint64 limit = qint64{4} * FlightRecorder::kPiece;
     FlightRecorder recorder(limit);
     const QByteArray bytes(1000, 'x');
     constexpr int total = 10000;
@@ -281,7 +281,7 @@ void TestRecording::onlyTheLastArrivalsAreKept()
         recorder.add({i, Direction::Received, bytes, {}, 0});
         QVERIFY(recorder.size() <= limit);
     }
-    QVERIFY2(recorder.size() > limit - 2 * FlightRecorder::kPiece, "no more was dropped than had to be");
+    QVERIFY2(recorder.size() > limit - qint64{2} * FlightRecorder::kPiece, "no more was dropped than had to be");
     QCOMPARE(recorder.packets() + recorder.dropped(), quint64(total));
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("saved.pcapng"));
