@@ -16,6 +16,7 @@ class FccuPage
 public:
     /// `window` owns the timers.
     FccuPage(const Ui::MainWindow &form, QWidget &window);
+    Q_DISABLE_COPY(FccuPage)
 
     void show(const protocol::fccu::UnitState &unit);
     void showNormal();

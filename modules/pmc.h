@@ -13,6 +13,7 @@ class PmcPage
 {
 public:
     explicit PmcPage(const Ui::MainWindow &form);
+    Q_DISABLE_COPY(PmcPage)
 
     void show(const protocol::pmc::Detectors &detectors);
     void show(const protocol::pmc::SelfTest &test);

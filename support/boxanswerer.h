@@ -28,6 +28,7 @@ public:
     /// From now on boxes stay as they are.
     void leaveOpen() { m_leaveOpen = true; }
     /// Called once, while the next box is open and before it is answered.
+    // cppcheck-suppress danglingLifetime
     void onBox(std::function<void()> work) { m_onBox = std::move(work); }
 
     /// "title|text" (and "|informative text" where there is one) of every box met, in order.

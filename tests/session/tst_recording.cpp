@@ -267,7 +267,8 @@ void TestRecording::lineBecomesPackets()
                           "0 2 0 mark: first fault", QStringLiteral("0 1 %1 ").arg(kLargestPacket), "0 1 1 ",
                           "0 2 0 lost: gone", "1 2 0 opened ttyACM0", "1 2 0 closed"}));
     QCOMPARE(recorder.ports(), (QStringList{"ttyUSB0", "ttyACM0"}));
-    QVERIFY(std::is_sorted(packets.begin(), packets.end(), [](auto &a, auto &b) { return a.time < b.time; }));
+    QVERIFY(
+        std::is_sorted(packets.begin(), packets.end(), [](const auto &a, const auto &b) { return a.time < b.time; }));
     QVERIFY(qAbs(packets.first().time / 1000000 - QDateTime::currentMSecsSinceEpoch()) < 60000);
 }
 
