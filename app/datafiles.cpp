@@ -14,7 +14,7 @@ QStringList dataFolders()
 QString dataFile(const QString &path, const QStringList &folders)
 {
     for (const QString &folder : folders) {
-        const QString file = QDir(folder).absoluteFilePath(path);
+        QString file = QDir(folder).absoluteFilePath(path);
         if (QFileInfo(file).isFile())
             return file;
     }
