@@ -100,7 +100,7 @@ constexpr Watchdog watchdogs[] = {
 };
 // clang-format on
 
-QByteArray hex(quint64 value, int digits)
+QByteArray hex(qint64 value, int digits)
 {
     return QByteArray::number(value, 16).rightJustified(digits, '0');
 }
@@ -431,8 +431,10 @@ private slots:
 
     void everyWatchdogHasItsFields()
     {
-        for (int n = 0; n < 3; ++n) // on, in turn with keys and without, n + 1 ms and twice that
-            QVERIFY(show(11, 1, hex(n << 6 | 8 | (n % 2) << 4, 2) + hex(8000 * (n + 1), 8) + hex(16000 * (n + 1), 8)));
+        for (int n = 0; n < 3; ++n) { // on, in turn with keys and without, n + 1 ms and twice that
+            const qint64 window = 8000 * qint64{n + 1};
+            QVERIFY(show(11, 1, hex(n << 6 | 8 | (n % 2) << 4, 2) + hex(window, 8) + hex(2 * window, 8)));
+        }
         for (int n = 0; n < 3; ++n) {
             QVERIFY(isOn(watchdogs[n].group));
             QCOMPARE(style(watchdogs[n].onOff), QString(kGreen));
