@@ -2,6 +2,7 @@
 #include "app/indicators.h"
 
 #include "app/display.h"
+#include "app/signs.h"
 
 #include <QHash>
 #include <QLabel>
@@ -16,15 +17,23 @@ struct ColourName {
     int red, green, blue;
     const char *name;
     const char *meaning; // where the tooltip gives none
+    sign::Shape sign;
+    sign::Ink ink = sign::Ink::Dark;
 };
 
 constexpr ColourName colourNames[] = {
-    {91, 215, 97, "Green", "on"},          {255, 0, 0, "Red", "fault"},
-    {200, 200, 200, "Gray", "off"},        {255, 255, 255, "White", "no data yet"},
-    {255, 185, 15, "Orange", "attention"}, {255, 255, 0, "Yellow", "alarm"},
-    {218, 165, 32, "Gold", "safe state"},  {30, 144, 255, "Blue", "testing"},
-    {72, 61, 139, "Violet", "waiting"},    {85, 170, 255, "Blue", "limit in force"},
-    {0, 0, 0, "Black", "starting"},        {46, 139, 87, "Green", "on"},
+    {91, 215, 97, "Green", "on", sign::Shape::Tick},
+    {255, 0, 0, "Red", "fault", sign::Shape::Cross},
+    {200, 200, 200, "Gray", "off", sign::Shape::Dash},
+    {255, 255, 255, "White", "no data yet", sign::Shape::None},
+    {255, 185, 15, "Orange", "attention", sign::Shape::Diamond},
+    {255, 255, 0, "Yellow", "alarm", sign::Shape::Triangle},
+    {218, 165, 32, "Gold", "safe state", sign::Shape::Square},
+    {30, 144, 255, "Blue", "testing", sign::Shape::Dots},
+    {72, 61, 139, "Violet", "waiting", sign::Shape::Pause, sign::Ink::White},
+    {85, 170, 255, "Blue", "limit in force", sign::Shape::None},
+    {0, 0, 0, "Black", "starting", sign::Shape::Arrow, sign::Ink::White},
+    {46, 139, 87, "Green", "on", sign::Shape::Tick},
 };
 
 const ColourName *colourOf(const QString &styleSheet)
@@ -75,9 +84,18 @@ void paintNow(QWidget *widget, const QString &styleSheet, const QString &meaning
         return;
     widget->setProperty("ink", QString::fromLatin1(ink));
     widget->setStyleSheet(styleSheet);
+    mark(widget);
 }
 
 } // namespace
+
+void mark(QWidget *widget)
+{
+    if (const ColourName *const colour = knownColourOf(widget->styleSheet()))
+        sign::put(widget, colour->sign, colour->ink);
+    else
+        sign::put(widget, sign::Shape::None);
+}
 
 QString background(const QString &colour)
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Colours of the indicators, and the one function that paints them.
+// Colours of the indicators, and the one function that paints them: colour, sign and words.
 #pragma once
 
 #include <QString>
@@ -24,13 +24,16 @@ inline constexpr char kNoInk[] = "";
 inline constexpr char kWhiteInk[] = "white";
 inline constexpr char kDarkInk[] = "dark";
 
-/// Gives `widget` the style sheet and the ink that goes with it, and says the colour and its meaning in the accessible
+/// Gives `widget` the style sheet, the ink and the sign that go with it, and says the colour and its meaning in the accessible
 /// description. Without a meaning given, that is the one of the tooltip's legend ("Green - On") or else the colour's usual
 /// one. Costs next to nothing where nothing changes.
 void paint(QWidget *widget, const QString &styleSheet, const QString &meaning = QString(), const char *ink = kNoInk);
 
 /// The same with background(colour).
 void paint(QWidget *widget, const char *colour, const QString &meaning = QString(), const char *ink = kNoInk);
+
+/// Puts the sign of its colour on a widget whose colour stands in the form.
+void mark(QWidget *widget);
 
 /// Shows text and colour that belong together; the description says the text.
 void state(QLabel *label, const QString &text, const QString &styleSheet, const char *ink = kNoInk);

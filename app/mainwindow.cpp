@@ -184,6 +184,8 @@ void MainWindow::prepareFields()
         if (colour.isValid())
             indicator::paint(label, colour == QLatin1String("white") ? indicator::kWhite : indicator::kGrey);
     }
+    for (QLabel *legend : {ui->label_BIST_legend_passed, ui->label_BIST_legend_reset, ui->label_BIST_legend_none})
+        indicator::mark(legend);
     ui->tabWidget_function->removeTab(ui->tabWidget_function->indexOf(ui->tab_commandLine));
     ui->checkBox_softlock_2->hide();
     ui->checkBox_hardlock_2->hide();

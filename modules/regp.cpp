@@ -9,18 +9,57 @@
 #include "protocol/hextext.h"
 #include "ui_mainwindow.h"
 
+#include <QPainter>
+
 namespace regp = protocol::regp;
 
 namespace {
 
-void showLock(QLabel *label, QCheckBox *box, bool locked)
+// The same padlock with its shackle pulled up and free on one side.
+QPixmap opened(const QPixmap &closed)
 {
-    display::checked(box, locked);
-    indicator::state(label, locked ? QStringLiteral("Lock") : QStringLiteral("Unlock"),
-                     indicator::background(locked ? indicator::kGreen : indicator::kGrey));
+    const int width = closed.width();
+    const int height = closed.height();
+    const int body = height * 45 / 100;
+    const int lift = height * 9 / 100;
+    QPixmap open(closed.size());
+    open.fill(Qt::transparent);
+    QPainter painter(&open);
+    painter.drawPixmap(0, body, closed, 0, body, width, height - body);
+    painter.drawPixmap(0, 0, closed, 0, lift, width / 2, body - lift);
+    painter.drawPixmap(0, body - lift, closed, 0, body - lift, width / 2, lift);
+    painter.drawPixmap(width / 2, 0, closed, width / 2, lift, width / 2, height / 4);
+    return open;
 }
 
 } // namespace
+
+RegpPage::RegpPage(const Ui::MainWindow &form)
+    : m_form(form),
+      m_soft(lockOf(form.label_regp_softlock_status, form.checkBox_softlock_2, form.label_regp_soft_picture)),
+      m_hard(lockOf(form.label_regp_hardlock_status, form.checkBox_hardlock_2, form.label_regp_hard_picture))
+{
+}
+
+RegpPage::Lock RegpPage::lockOf(QLabel *status, QCheckBox *box, QLabel *picture)
+{
+    const QPixmap closed = picture->pixmap(Qt::ReturnByValue);
+    const QPixmap open = opened(closed);
+    picture->setPixmap(open);
+    return {status, box, picture, closed, open};
+}
+
+void RegpPage::show(const Lock &lock, bool locked)
+{
+    display::checked(lock.box, locked);
+    indicator::state(lock.status, locked ? QStringLiteral("Lock") : QStringLiteral("Unlock"),
+                     indicator::background(locked ? indicator::kGreen : indicator::kGrey));
+    const QPixmap picture = locked ? lock.closed : lock.open;
+    display::later(lock.picture, display::Aspect::Content, [label = lock.picture, picture] {
+        if (label->pixmap(Qt::ReturnByValue).cacheKey() != picture.cacheKey())
+            label->setPixmap(picture);
+    });
+}
 
 void RegpPage::write(regp::Write how)
 {
@@ -44,8 +83,8 @@ void RegpPage::write(regp::Write how)
 
 void RegpPage::show(const regp::Status &status)
 {
-    showLock(m_form.label_regp_hardlock_status, m_form.checkBox_hardlock_2, status.hardLocked);
-    showLock(m_form.label_regp_softlock_status, m_form.checkBox_softlock_2, status.softLocked);
+    show(m_hard, status.hardLocked);
+    show(m_soft, status.softLocked);
     display::text(m_form.lineEdit_reg_module_2, protocol::hexText(status.moduleSpace, 8));
     display::text(m_form.lineEdit_reg_mirror_2, protocol::hexText(status.mirrorSpace, 8));
 }

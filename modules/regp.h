@@ -4,6 +4,10 @@
 
 #include "protocol/regp.h"
 
+#include <QPixmap>
+
+class QCheckBox;
+class QLabel;
 namespace Ui {
 class MainWindow;
 }
@@ -11,7 +15,7 @@ class MainWindow;
 class RegpPage
 {
 public:
-    explicit RegpPage(const Ui::MainWindow &form) : m_form(form) {}
+    explicit RegpPage(const Ui::MainWindow &form);
 
     /// Sends what is typed for that way of writing, as typed.
     void write(protocol::regp::Write how);
@@ -19,5 +23,18 @@ public:
     void show(const protocol::regp::Status &status);
 
 private:
+    // A padlock that is open while its lock is off.
+    struct Lock {
+        QLabel *status;
+        QCheckBox *box;
+        QLabel *picture;
+        QPixmap closed;
+        QPixmap open;
+    };
+    static Lock lockOf(QLabel *status, QCheckBox *box, QLabel *picture);
+    static void show(const Lock &lock, bool locked);
+
     const Ui::MainWindow &m_form;
+    const Lock m_soft;
+    const Lock m_hard;
 };

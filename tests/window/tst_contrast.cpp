@@ -1,40 +1,24 @@
 // SPDX-License-Identifier: MIT
 // What is painted can be read, and what is off looks different from what is on.
 #include "support/fixtures.h"
+#include "support/sight.h"
+#include "support/wire.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QHash>
 #include <QImage>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
-
-QByteArray frame(int module, int type, const QByteArray &payload)
-{
-    return QByteArray::fromHex("A5C30000") + char(module) + char(type) + char(payload.size() >> 8)
-        + char(payload.size()) + payload + QByteArray::fromHex("0000D4B2");
-}
-
-// Relative luminance as the Web Content Accessibility Guidelines 2.1 define it.
-double luminance(QRgb colour)
-{
-    const auto linear = [](int part) {
-        const double value = part / 255.0;
-        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
-}
-
-double contrast(QRgb one, QRgb other)
-{
-    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
-    return (light + 0.05) / (dark + 0.05);
-}
 
 // The colour that fills most of the widget, a few pixels within its border.
 QRgb backgroundOf(const QImage &image)
@@ -53,16 +37,20 @@ QRgb backgroundOf(const QImage &image)
 }
 
 // The best contrast of any pixel with the background: that of the text's strokes.
-double textContrast(QWidget *widget)
+double textContrast(const QImage &image)
 {
-    const QImage image = widget->grab().toImage();
     const QRgb background = backgroundOf(image);
     double best = 1;
     for (int y = 4; y < image.height() - 4; ++y) {
         for (int x = 4; x < image.width() - 4; ++x)
-            best = std::max(best, contrast(image.pixel(x, y), background));
+            best = std::max(best, sight::contrast(image.pixel(x, y), background));
     }
     return best;
+}
+
+double textContrast(QWidget *widget)
+{
+    return textContrast(widget->grab().toImage());
 }
 
 } // namespace
@@ -72,9 +60,21 @@ class TestContrast : public QObject
     Q_OBJECT
 
 private:
-    void send(int module, int type, const char *payload)
+    void send(int module, int type, const char *payload) { m_bench.send(module, type, payload); }
+
+    // White text on a button's blue or green gradient is given; everything else is free.
+    static bool hasFixedInk(const QWidget *widget)
     {
-        m_bench.line().write(frame(module, type, QByteArray::fromHex(payload)));
+        return qobject_cast<const QPushButton *>(widget) && !widget->styleSheet().contains(QLatin1String("200"));
+    }
+
+    static bool showsText(QWidget *widget)
+    {
+        if (auto *field = qobject_cast<QPlainTextEdit *>(widget))
+            return !field->placeholderText().isEmpty();
+        if (auto *field = qobject_cast<QLineEdit *>(widget); field && !field->placeholderText().isEmpty())
+            return true;
+        return !widget->property("text").toString().isEmpty();
     }
 
     WindowFixture m_bench;
@@ -97,10 +97,43 @@ private slots:
         static const QStringList order = {"INIT_FS", "WAIT_ABIST2", "ABIST2", "ASSERT_FS0B", "NORMAL_FS", "Unknown"};
         auto *field = m_bench.find<QLineEdit>("lineEdit_vg5k_Fail");
         m_bench.turnTo(field);
-        m_bench.line().write(frame(14, 1, QByteArray(1, 1) + char(order.indexOf(text))));
+        m_bench.line().write(wire::frame(14, 1, QByteArray(1, 1) + char(order.indexOf(text))));
         QTRY_COMPARE(field->text(), text);
         QVERIFY2(textContrast(field) >= 4.5, qPrintable(QString::number(textContrast(field))));
         QVERIFY2(field->accessibleDescription().endsWith(": " + text), qPrintable(field->accessibleDescription()));
+    }
+
+    void everyTextOnEveryPage()
+    {
+        QStringList faint;
+        const auto widgets = m_bench.window().findChildren<QWidget *>();
+        for (QWidget *widget : widgets) {
+            m_bench.turnTo(widget);
+            if (!driver::isOurs(widget) || !widget->isVisible() || !showsText(widget) || hasFixedInk(widget))
+                continue;
+            const double contrast = textContrast(widget);
+            if (contrast < 4.5)
+                faint.append(QStringLiteral("%1 %2").arg(widget->objectName()).arg(contrast));
+        }
+        QVERIFY2(faint.isEmpty(), qPrintable(faint.join('\n')));
+    }
+
+    void whatIsSelectedInAList()
+    {
+        auto *box = m_bench.find<QComboBox>("comboBox_CRC_polynomial");
+        m_bench.turnTo(box);
+        box->showPopup();
+        box->view()->setCurrentIndex(box->model()->index(1, 0));
+        const QImage list =
+            box->view()->viewport()->grab(box->view()->visualRect(box->view()->currentIndex())).toImage();
+        box->hidePopup();
+        QVERIFY(textContrast(list) >= 4.5);
+        QMenu *menu = m_bench.window().menuBar()->actions().constFirst()->menu();
+        menu->popup({});
+        menu->setActiveAction(menu->actions().constLast());
+        const QImage entry = menu->grab(menu->actionGeometry(menu->actions().constLast())).toImage();
+        menu->close();
+        QVERIFY(textContrast(entry) >= 4.5);
     }
 
     void aSwitchThatIsOff()
