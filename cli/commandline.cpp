@@ -24,6 +24,7 @@ enum OptionBit : unsigned {
     Speed = 1 << 6,
     Json = 1 << 7,
     Gap = 1 << 8,
+    Cases = 1 << 9, // --report, --only, --shuffle, --fail-fast
 };
 
 struct Verb {
@@ -58,6 +59,8 @@ const Verb table[] = {
      Record | Timeout | Replay | Speed | Control | Json, 1, 1, &verbs::serve},
     {"check", "FILE", "Send a recording's commands to a board and compare the answers.",
      Line | Record | Timeout | Speed | Json, 1, 1, &verbs::check},
+    {"campaign", "FILE", "Run the cases of a campaign: inject, and judge what catches each fault, how fast, and what follows.",
+     Line | Cases | Json, 1, 1, &verbs::campaign},
 };
 
 struct Option {
@@ -80,12 +83,17 @@ constexpr Option options[] = {
     {"from",    "SECONDS",   "Begin so long after the recording's first packet.",                 Replay},
     {"control", "",          "Take commands on standard input: play, pause, step, speed N, to SECONDS, fault, mark.",
                                                                                                   Control},
+    {"report",  "DIR",       "Write reports and the recording into this folder.",                 Cases},
+    {"only",    "IDS",       "Run these cases alone: \"swt-1,cmu-*\".",                           Cases},
+    {"shuffle", "SEED",      "Run the cases in an order drawn with this seed.",                   Cases},
+    {"fail-fast", "",        "End with the first case that is not as expected.",                  Cases},
     {"json",    "",          "JSON lines, and nothing else on standard output.",                  Json},
 };
 // clang-format on
 
 constexpr double kLongestSeconds = 1e6;
 constexpr double kFastest = 1000;
+constexpr double kLargestSeed = 4294967295.0;
 
 QStringList verbNames()
 {
@@ -190,7 +198,7 @@ Settings settingsOf(const QCommandLineParser &parser, const Verb &verb, QString 
         settings.port = parser.value(QStringLiteral("port"));
         settings.tcp = parser.value(QStringLiteral("tcp"));
         settings.virtualBoard = parser.isSet(QStringLiteral("virtual"));
-        if (numberOf(parser, "seed", 0, 4294967295.0, wrong))
+        if (numberOf(parser, "seed", 0, kLargestSeed, wrong))
             settings.seed = parser.value(QStringLiteral("seed"));
     }
     if (verb.options & Record)
@@ -205,6 +213,13 @@ Settings settingsOf(const QCommandLineParser &parser, const Verb &verb, QString 
         settings.speed = numberOf(parser, "speed", 1 / kFastest, kFastest, wrong).value_or(1);
     if (verb.options & Replay)
         settings.fromSeconds = numberOf(parser, "from", 0, kLongestSeconds, wrong).value_or(0);
+    if (verb.options & Cases) {
+        settings.report = parser.value(QStringLiteral("report"));
+        settings.only = parser.value(QStringLiteral("only"));
+        if (const auto seed = numberOf(parser, "shuffle", 0, kLargestSeed, wrong))
+            settings.shuffle = static_cast<quint32>(*seed);
+        settings.failFast = parser.isSet(QStringLiteral("fail-fast"));
+    }
     settings.control = verb.options & Control && parser.isSet(QStringLiteral("control"));
     if (settings.json && settings.record == QLatin1String("-"))
         wrong = QStringLiteral("--json and --record - both want standard output");

@@ -17,9 +17,11 @@ constexpr int kOpenMs = 5000;
 
 } // namespace
 
-Conversation::Conversation(const Settings &settings)
+Conversation::Conversation(const Settings &settings) : Conversation(settings, wayTo(settings)) {}
+
+Conversation::Conversation(const Settings &settings, Way way)
     : m_settings(settings),
-      m_way(wayTo(settings)),
+      m_way(std::move(way)),
       m_recorder([this](const session::Packet &packet) { take(packet); })
 {
     m_clock.start();

@@ -24,12 +24,18 @@ public:
     enum class Waited { Done, TimedOut, Interrupted, Lost };
 
     explicit Conversation(const Settings &settings);
+    /// Over this way, whatever line the settings name.
+    Conversation(const Settings &settings, Way way);
     ~Conversation() override;
 
     /// Opens the line and begins the recording. Returns 0, or the exit code with the reason told.
     int open();
 
     void send(const QString &command);
+    /// As a recording names the line; empty before open().
+    const QString &lineName() const { return m_name; }
+    /// Nanoseconds since 1970, as the packets have them.
+    qint64 now() const { return m_recorder.now(); }
     /// Sets a mark in the recording.
     void mark(const QString &word) { m_recorder.mark(word, m_recorder.now()); }
 

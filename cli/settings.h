@@ -22,4 +22,8 @@ struct Settings {
     double speed = 1;
     double fromSeconds = 0;
     bool control = false;
+    QString report; // folder; empty: none
+    QString only;   // patterns of cases; empty: all
+    std::optional<quint32> shuffle;
+    bool failFast = false;
 };

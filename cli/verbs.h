@@ -15,5 +15,6 @@ int record(const Settings &settings);
 int decode(const Settings &settings);
 int serve(const Settings &settings);
 int check(const Settings &settings);
+int campaign(const Settings &settings);
 
 } // namespace verbs

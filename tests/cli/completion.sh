@@ -12,7 +12,7 @@ completed() { # words so far, the last one to be completed
     _safety_workbench_cli
     printf '%s\n' "${COMPREPLY[@]}" | sort -u
 }
-options() { grep -oE -- '--[a-z]+' | grep -v -- --version | sort -u; }
+options() { grep -oE -- '--[a-z-]+' | grep -v -- --version | sort -u; }
 export LC_ALL=C
 
 verbs=$("$tool" 2>&1 | sed 's/.*verbs: //; s/;.*//; s/,//g')

@@ -55,6 +55,8 @@ for module, cases in {"cmu": 5, "xbic": 1, "smpu": 1, "memu": 7, "intcm": 1, "pm
 run("send", "get 4", "--virtual", "--record", path("answers"))
 run("check", path("answers"), "--virtual")
 
+run("campaign", os.path.join(os.path.dirname(schema_file), "../campaigns/smoke.toml"), "--only", "crc-32,xbic-0", "--virtual")
+
 # One answer changed and one taken away; a frame of no module; a mark; text with everything that must be escaped.
 with open(path("answers"), "rb") as file:
     answers = file.read()

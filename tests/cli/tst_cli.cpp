@@ -165,7 +165,8 @@ void TestCli::usage()
 
 void TestCli::everyVerbHelps()
 {
-    for (const char *verb : {"ports", "status", "send", "inject", "monitor", "record", "decode", "serve", "check"}) {
+    for (const char *verb :
+         {"ports", "status", "send", "inject", "monitor", "record", "decode", "serve", "check", "campaign"}) {
         const Run result = run({QString::fromLatin1(verb), QStringLiteral("--help")});
         QCOMPARE(result.code, 0);
         QVERIFY2(result.out.startsWith(QLatin1String("Usage: ")) && result.out.contains(QLatin1String(verb)),
