@@ -41,10 +41,12 @@ LineRecorder::LineRecorder(QWidget &window)
     connect(&line, &LineTraffic::sent, this, [this](const QByteArray &bytes) { m_recorder.sent(bytes); });
     connect(&line, &LineTraffic::closed, this, [this] { m_recorder.closed(); });
     connect(&line, &LineTraffic::lost, this, [this](const QString &reason) { m_recorder.lost(reason); });
-    connect(new QShortcut(QKeySequence(QStringLiteral("Ctrl+S")), &window), &QShortcut::activated, this,
-            &LineRecorder::askAndSave);
-    connect(new QShortcut(QKeySequence(QStringLiteral("Ctrl+M")), &window), &QShortcut::activated, this,
-            &LineRecorder::askAndMark);
+    auto *save = new QShortcut(QKeySequence(QStringLiteral("Ctrl+S")), &window);
+    save->setWhatsThis(QStringLiteral("Save the recording"));
+    connect(save, &QShortcut::activated, this, &LineRecorder::askAndSave);
+    auto *mark = new QShortcut(QKeySequence(QStringLiteral("Ctrl+M")), &window);
+    mark->setWhatsThis(QStringLiteral("Set a mark in the recording"));
+    connect(mark, &QShortcut::activated, this, &LineRecorder::askAndMark);
 }
 
 QString LineRecorder::save(const QString &path) const

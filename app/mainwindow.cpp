@@ -5,6 +5,7 @@
 #include "app/elidedlabel.h"
 #include "app/form.h"
 #include "app/indicators.h"
+#include "app/keys.h"
 #include "app/linerecorder.h"
 #include "app/linestatus.h"
 #include "app/textview.h"
@@ -156,6 +157,7 @@ void MainWindow::prepareForm()
     connect(m_line, &LineStatus::portFound, this, &MainWindow::reopenPort);
     showPortState();
     prepareInputs();
+    installKeys(*this, *ui);
 }
 
 // What the board can read is what can be typed.

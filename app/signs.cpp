@@ -169,7 +169,7 @@ QRect placeIn(const QWidget *widget, Shape shape)
         return {(room.width() - side) / 2, (room.height() - side) / 2, side, side};
     }
     const int above = (room.height() - text.height()) / 2 - kCornerMargin;
-    if (above >= kSide)
+    if (above >= kLeastSide)
         return corner(widget, std::min(above, kLargeSide));
     const int spare = room.width() - text.width();
     const int beside = isCentred(widget) ? spare / 2 - kMargin : spare - 2 * kMargin;
