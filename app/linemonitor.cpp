@@ -10,7 +10,6 @@
 namespace {
 
 constexpr int kTicksPerPatience = 8;
-constexpr int kLongestLine = 256; // what is kept of a command that does not end
 
 constexpr const char *moduleNames[] = {"text", "SYS", "CMU", "XBIC", "SMPU",  "REG_P", "CRC", "MEMU", "INTCM",
                                        "BIST", "PMC", "SWT", "FCCU", "RESET", "VG5k",  "CSE", "SPT"};
@@ -72,7 +71,7 @@ void LineMonitor::onOpened(const QString &port)
 {
     m_port = port;
     m_frames.clear();
-    m_unsentLine.clear();
+    m_lines.clear();
     m_heard.invalidate();
     m_asked.invalidate();
     m_current = false;
@@ -118,10 +117,9 @@ void LineMonitor::countFrames(const QList<frameData> &frames)
 void LineMonitor::onSent(const QByteArray &bytes)
 {
     m_counts.bytesOut += static_cast<quint64>(bytes.size());
-    m_unsentLine.append(bytes);
-    for (int end; (end = m_unsentLine.indexOf('\n')) >= 0; m_unsentLine.remove(0, end + 1))
-        onCommand(m_unsentLine.left(end));
-    m_unsentLine.truncate(kLongestLine);
+    const QByteArrayList lines = m_lines.take(bytes);
+    for (const QByteArray &line : lines)
+        onCommand(line);
 }
 
 // Requests are answered by every board; of other commands some have nothing to report.

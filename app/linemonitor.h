@@ -3,6 +3,7 @@
 #pragma once
 
 #include "protocol/moduleid.h"
+#include "link/commandlines.h"
 #include "session/framestream.h"
 
 #include <QDateTime>
@@ -89,9 +90,9 @@ private:
     QString m_port;
     LineCounts m_counts;
     session::FrameStream m_frames;
-    QByteArray m_unsentLine; // of a command that is not ended yet
-    QElapsedTimer m_heard;   // since the last byte
-    QElapsedTimer m_asked;   // since the first request without an answer; invalid: none
+    CommandLines m_lines;
+    QElapsedTimer m_heard; // since the last byte
+    QElapsedTimer m_asked; // since the first request without an answer; invalid: none
     QDateTime m_askedAt;
     QDateTime m_lastAnswer;
     int m_lastModule = -1;

@@ -71,6 +71,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_uniq
     applyLook();
     setupForm(*ui, *this);
     makePages();
+    makeTimeLine();
     m_recorder = new LineRecorder(*this);
     connect(m_recorder, &LineRecorder::saved, this, [this](const QString &path) {
         statusBar()->showMessage(QStringLiteral("Recording saved: ") + path, kSavedShownMs);

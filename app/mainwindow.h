@@ -234,6 +234,7 @@ private:
     bool hasConsole() const;
     void makePages();
     void showReport(const frameData &frame);
+    void makeTimeLine(); // timeline/dock.cpp
 
     // In modules/pages.cpp, where the pages are known.
     struct DeletePages {

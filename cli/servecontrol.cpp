@@ -28,6 +28,7 @@ ServeControl::ServeControl(session::Player &player, bool json) : m_player(player
     auto *input = new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, this);
     connect(input, &QSocketNotifier::activated, this, &ServeControl::readCommands);
     connect(&player, &session::Player::changed, this, &ServeControl::tell);
+    connect(&player, &session::Player::recalled, this, &ServeControl::tellCommand);
     connect(&m_clock, &QTimer::timeout, this, [this] {
         if (m_player.isPlaying())
             tell();
@@ -76,6 +77,12 @@ void ServeControl::obey(const QString &line)
         complain(
             QStringLiteral("no command \"%1\"; there are: play, pause, step, speed N, to SECONDS, fault, mark, quit")
                 .arg(line));
+}
+
+void ServeControl::tellCommand(const QString &command)
+{
+    Output output;
+    output.line(m_json ? JsonLine("recalled").add("command", command).take() : "sent: " + command.toUtf8());
 }
 
 void ServeControl::tell()

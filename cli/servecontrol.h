@@ -12,7 +12,8 @@ class Player;
 }
 
 /// Takes lines: "play", "pause", "step", "speed N", "to SECONDS", "fault", "mark", "quit"; the end of standard input is
-/// "quit". Tells position, speed and state with each change, and ten times per second.
+/// "quit". Tells position, speed and state with each change, and ten times per second; and each command that was once sent,
+/// when its place on the tape has come.
 class ServeControl : public QObject
 {
     Q_OBJECT
@@ -24,6 +25,7 @@ private:
     void readCommands();
     void obey(const QString &line);
     void tell();
+    void tellCommand(const QString &command);
 
     session::Player &m_player;
     bool m_json;

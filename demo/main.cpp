@@ -9,6 +9,7 @@
 #include "demo/tour.h"
 #include "demo/transportbar.h"
 #include "demo/tutorial.h"
+#include "link/linetraffic.h"
 #include "link/serialports.h"
 
 #include <QCommandLineParser>
@@ -135,8 +136,11 @@ int main(int argc, char *argv[])
     setAvailablePortNames([ports] { return ports; });
 
     return runWorkbench(application, [&](MainWindow &window) {
-        if (replay)
+        if (replay) {
             window.addToolBar(Qt::BottomToolBarArea, new TransportBar(*replay, &window));
+            QObject::connect(replay.get(), &ReplayProcess::recalled, &window,
+                             [](const QByteArray &command) { emit lineTraffic().recalled(command + '\n'); });
+        }
         if (size.size() == 2)
             window.resize(size[0].toInt(), size[1].toInt());
         const auto show = [&](const std::function<bool()> &play) {

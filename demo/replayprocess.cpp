@@ -55,6 +55,8 @@ void ReplayProcess::readPositions()
 {
     while (m_process.canReadLine()) {
         const QJsonObject line = QJsonDocument::fromJson(m_process.readLine()).object();
+        if (line.value(QStringLiteral("kind")) == QLatin1String("recalled"))
+            emit recalled(line.value(QStringLiteral("command")).toString().toLatin1());
         if (line.value(QStringLiteral("kind")) != QLatin1String("position"))
             continue;
         m_position = {line.value(QStringLiteral("seconds")).toDouble(), line.value(QStringLiteral("length")).toDouble(),

@@ -37,6 +37,8 @@ public:
 
 signals:
     void moved(const ReplayProcess::Position &position);
+    /// A command that was sent when the recording was made.
+    void recalled(const QByteArray &command);
 
 private:
     void say(const QByteArray &command);

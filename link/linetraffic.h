@@ -16,6 +16,8 @@ signals:
     void received(const QByteArray &bytes);
     /// One write that the port accepted.
     void sent(const QByteArray &bytes);
+    /// Bytes that were once sent, told by a recording that is being played: nothing is sent now.
+    void recalled(const QByteArray &bytes);
     /// Closed on request.
     void closed();
     /// Closed because the device is gone; `reason` is the port's error text.

@@ -3,6 +3,7 @@
 
 #include "app/display.h"
 #include "app/mainwindow.h"
+#include "app/reportfeed.h"
 #include "link/commandchannel.h"
 
 #include <utility>
@@ -85,6 +86,7 @@ Pages::Pages(const Ui::MainWindow &form, MainWindow &window)
 
 void Pages::show(const Report &report)
 {
+    emit reportFeed().reported(report);
     std::visit(Shower{*this}, report);
 }
 

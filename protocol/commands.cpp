@@ -16,6 +16,7 @@
 #include "protocol/vg5k.h"
 #include "protocol/xbic.h"
 
+#include <algorithm>
 #include <array>
 
 namespace protocol {
@@ -163,6 +164,15 @@ bool gives(const QString &line, QLatin1String words)
 }
 
 } // namespace
+
+Deed deedOf(const CommandInfo &command)
+{
+    constexpr std::array clears = {cmu::kClearFaults,  xbic::kClearFaults,  smpu::kClearFaults, memu::kClearFaults,
+                                   memu::kClearStatus, intcm::kClearFaults, pmc::kClearFaults,  spt::kClearFaults};
+    if (command.words.startsWith("inject"_l1))
+        return command.module == ModuleId::Sys ? Deed::Reset : Deed::Inject;
+    return std::find(clears.begin(), clears.end(), command.words) == clears.end() ? Deed::None : Deed::Clear;
+}
 
 std::span<const CommandInfo> commandInfos()
 {

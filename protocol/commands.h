@@ -20,6 +20,10 @@ struct CommandInfo {
     QLatin1String answer; // names of the reports that answer, with blanks between them; empty where none has to
 };
 
+/// What a command does to the course of a fault.
+enum class Deed : quint8 { None, Inject, Clear, Reset };
+Deed deedOf(const CommandInfo &command);
+
 /// In the order of modules.
 std::span<const CommandInfo> commandInfos();
 

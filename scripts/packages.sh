@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
 # Sourced by common.sh: the Debian packages that the scripts need, and their installation.
 
-build_packages=(cmake ninja-build g++ ccache qtbase5-dev libqt5serialport5-dev libssl-dev libboost-dev libtomlplusplus-dev
-    pandoc weasyprint fonts-dejavu-core fonts-dejavu-extra fonts-noto-cjk)
+build_packages=(cmake ninja-build g++ ccache qtbase5-dev libqt5serialport5-dev libqt5svg5-dev libssl-dev libboost-dev
+    libtomlplusplus-dev pandoc weasyprint fonts-dejavu-core fonts-dejavu-extra fonts-noto-cjk)
 test_packages=(libbenchmark-dev librapidcheck-dev tshark ser2net python3 python3-jsonschema)
 run_packages=(xvfb xauth fonts-dejavu-core fonts-liberation fonts-noto-cjk)
 

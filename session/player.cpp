@@ -118,8 +118,22 @@ void Player::emitUpTo(std::size_t next)
         const std::size_t count = std::min(together, next - m_next);
         const std::string_view bytes = m_tape.bytes(m_next, count);
         m_next += count;
+        recallUpTo(m_tape.arrivals()[m_next - 1].time);
         emit arrived(QByteArray(bytes.data(), static_cast<int>(bytes.size())));
     }
+}
+
+void Player::recallUpTo(qint64 time)
+{
+    const auto &commands = m_tape.commands();
+    while (m_nextCommand < commands.size() && commands[m_nextCommand].time <= time)
+        emit recalled(commands[m_nextCommand++].text);
+}
+
+void Player::rewind()
+{
+    m_next = 0;
+    m_nextCommand = 0;
 }
 
 void Player::play()
@@ -163,7 +177,7 @@ void Player::moveTo(qint64 time)
 {
     const qint64 target = std::clamp<qint64>(time, 0, m_tape.length());
     if (target < position())
-        m_next = 0;
+        rewind();
     anchor(target);
     const auto &arrivals = m_tape.arrivals();
     const auto after = std::upper_bound(arrivals.begin(), arrivals.end(), target,

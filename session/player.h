@@ -46,6 +46,8 @@ public:
 signals:
     /// Bytes from the board whose moment has come.
     void arrived(const QByteArray &bytes);
+    /// A command that was sent before the next arrival.
+    void recalled(const QString &command);
     /// Playing, speed or position has been changed, or the end has been reached.
     void changed();
 
@@ -54,11 +56,14 @@ private:
     void arm();
     void anchor(qint64 position);
     void emitUpTo(std::size_t next);
+    void recallUpTo(qint64 time);
+    void rewind();
     void moveBehind(const std::vector<Tape::Event> &events);
 
     const Tape &m_tape;
     std::unique_ptr<Alarm> m_alarm;
     std::size_t m_next = 0; // arrival
+    std::size_t m_nextCommand = 0;
     bool m_playing = false;
     double m_speed = 1;
     qint64 m_anchorTape = 0;  // the tape stood here

@@ -10,6 +10,8 @@
 
 namespace session {
 
+constexpr int kLongestCommand = 256; // what is kept of one that does not end
+
 /// Numbers of the faults that arrive.
 class FaultFinder
 {
@@ -51,6 +53,8 @@ void Tape::add(const PacketView &packet, FaultFinder &finder)
             m_marks.push_back({time, note.text});
     }
     m_length = std::max(m_length, time);
+    if (packet.direction == Direction::Sent)
+        addCommands(time, packet.copied().bytes);
     if (packet.direction != Direction::Received || packet.bytes.empty())
         return;
     const qint64 after = m_arrivals.empty() ? time : std::max(time, m_arrivals.back().time);
@@ -59,6 +63,15 @@ void Tape::add(const PacketView &packet, FaultFinder &finder)
     const QStringList faults = finder.take(packet.copied().bytes);
     for (const QString &fault : faults)
         m_faults.push_back({after, fault});
+}
+
+// A console's commands come key by key.
+void Tape::addCommands(qint64 time, const QByteArray &bytes)
+{
+    m_unfinished.append(bytes);
+    for (int end; (end = m_unfinished.indexOf('\n')) >= 0; m_unfinished.remove(0, end + 1))
+        m_commands.push_back({time, QString::fromLatin1(m_unfinished.left(end).trimmed())});
+    m_unfinished.truncate(kLongestCommand);
 }
 
 std::string_view Tape::bytes(std::size_t first, std::size_t count) const

@@ -4,6 +4,7 @@
 
 #include "session/packet.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <vector>
@@ -33,6 +34,8 @@ public:
     std::string_view bytes(std::size_t first, std::size_t count = 1) const;
     const std::vector<Event> &faults() const { return m_faults; }
     const std::vector<Event> &marks() const { return m_marks; }
+    /// Command lines that were sent.
+    const std::vector<Event> &commands() const { return m_commands; }
     /// From the first packet to the last.
     qint64 length() const { return m_length; }
     /// When the first packet passed, nanoseconds since 1970.
@@ -40,11 +43,14 @@ public:
 
 private:
     void add(const PacketView &packet, class FaultFinder &finder);
+    void addCommands(qint64 time, const QByteArray &bytes);
 
     std::vector<Arrival> m_arrivals;
     std::vector<char> m_bytes;
     std::vector<Event> m_faults;
     std::vector<Event> m_marks;
+    std::vector<Event> m_commands;
+    QByteArray m_unfinished; // command
     qint64 m_start = 0;
     qint64 m_length = 0;
 };

@@ -70,6 +70,9 @@ void TestPlayer::tapeKnowsItsEvents()
     QCOMPARE(played.marks().size(), std::size_t(1));
     QCOMPARE(played.marks()[0].text, QStringLiteral("here"));
     QCOMPARE(played.marks()[0].time, 30 * kMs);
+    QCOMPARE(played.commands().size(), std::size_t(1));
+    QCOMPARE(played.commands()[0].text, QStringLiteral("get 1"));
+    QCOMPARE(played.commands()[0].time, 5 * kMs);
 }
 
 void TestPlayer::playsAllInOrder_data()
@@ -92,6 +95,10 @@ void TestPlayer::playsAllInOrder()
         const double due = static_cast<double>(10 * kMs) / speed;
         early = early || static_cast<double>(clock.nsecsElapsed()) < due;
     });
+    QStringList recalled;
+    connect(&player, &Player::recalled, this, [&](const QString &command) {
+        recalled.append(arrived.isEmpty() ? command : command + QStringLiteral(" behind its answer"));
+    });
     player.setSpeed(speed);
     clock.start();
     player.play();
@@ -101,6 +108,7 @@ void TestPlayer::playsAllInOrder()
     QVERIFY(player.isAtEnd());
     QCOMPARE(player.position(), played.length());
     QVERIFY2(!early, "nothing before its moment");
+    QCOMPARE(recalled, QStringList("get 1"));
     player.play();
     QVERIFY(!player.isPlaying());
 }
