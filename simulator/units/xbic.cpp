@@ -99,7 +99,7 @@ private:
         }
         const unsigned checker = *number - 1;
         if (!(m_enabled >> checker & 1)) {
-            m_board.say(QStringLiteral("XBIC%1 is off: nothing injected").arg(checker));
+            m_board.say(QStringLiteral("XBIC%1 is off: the error goes unnoticed").arg(checker));
             return;
         }
         const Path &path = paths[checker];
