@@ -12,6 +12,8 @@ namespace {
 
 using protocol::Field;
 
+constexpr qlonglong kLargestPlain = 0xFFFF; // larger ones are addresses and checksums
+
 const Field *fieldNamed(const QVector<Field> &fields, const QString &name)
 {
     const auto found = std::ranges::find_if(fields, [&name](const Field &field) { return field.name == name; });
@@ -41,6 +43,8 @@ bool isSame(const QVariant &value, const QVariant &wanted)
                });
     if (value.type() == QVariant::Bool || wanted.type() == QVariant::Bool)
         return value.toBool() == wanted.toBool();
+    if (value.type() != QVariant::Double && value.userType() != QMetaType::Float && wanted.type() == QVariant::LongLong)
+        return value.toLongLong() == wanted.toLongLong();
     // A float of the board is as precise as its own type.
     return static_cast<float>(value.toDouble()) == static_cast<float>(wanted.toDouble());
 }
@@ -55,6 +59,8 @@ bool isAsWanted(const Field &field, const QVariant &wanted)
 
 QString textOfValue(const QVariant &value)
 {
+    if (value.type() == QVariant::LongLong && value.toLongLong() > kLargestPlain)
+        return QStringLiteral("0x%1").arg(QString::number(value.toLongLong(), 16).toUpper());
     if (value.type() != QVariant::List)
         return value.toString();
     QStringList numbers;

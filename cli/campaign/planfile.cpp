@@ -288,13 +288,14 @@ void PlanReader::readCase(const toml::table &table, const Case &usual, const QSt
 
 void PlanReader::checkCase(Members &members, const Case &read)
 {
-    const bool expects = read.expect.fault || read.expect.reset || !read.expect.reports.empty() || read.expect.changed;
+    const bool expects = read.expect.fault || !read.expect.state.isEmpty() || read.expect.reset
+        || !read.expect.reports.empty() || read.expect.changed;
     if (m_ids.contains(read.id))
         members.wrong("id", QStringLiteral("there are two cases %1").arg(read.id));
     if (read.inject.isEmpty())
         members.wrong("inject", QStringLiteral("inject is missing"));
     if (!read.control && !expects)
-        members.wrong("expect", QStringLiteral("expect is missing: a fault, a reset, reports or a change"));
+        members.wrong("expect", QStringLiteral("expect is missing: a fault, a state, a reset, reports or a change"));
     if (read.control && members.has("expect"))
         members.wrong("expect", QStringLiteral("a control expects nothing"));
 }

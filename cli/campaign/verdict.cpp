@@ -164,23 +164,29 @@ void Judgement::lookAtReset()
     }
 }
 
+// Of an injection a report tells nothing of the mechanism, but its record does.
 void Judgement::lookAtReports()
 {
-    const auto look = [this](const Wanted &wanted, const Seen *found, const char *kind, const QString &what) {
-        const QString instead = found ? QString() : insteadText(m_seen, wanted);
-        if (found && m_case.kind() == Kind::Check)
+    const bool isAnswer = m_case.kind() == Kind::Check;
+    const auto look = [this, isAnswer](const Wanted &wanted, const Seen *found, const char *kind, const QString &what) {
+        if (isAnswer && found) {
             reactsWith(found);
-        if (found && m_case.kind() == Kind::Check && m_finding.caughtPacket == 0) {
-            m_finding.caughtPacket = found->packet;
-            m_finding.detectionUs = timeOf(found->report);
+            if (m_finding.caughtPacket == 0) {
+                m_finding.caughtPacket = found->packet;
+                m_finding.detectionUs = timeOf(found->report);
+            }
         }
-        m_something = m_something || found || (m_case.kind() == Kind::Check && !instead.isEmpty());
+        m_something = m_something || (isAnswer && !m_seen.named(wanted.report).empty());
+        const QString instead = insteadText(m_seen, wanted);
         if (!found)
             deviates(QLatin1String(kind) + QLatin1Char(' ') + wanted.report,
                      instead.isEmpty() ? what : QStringLiteral("%1 (it says %2)").arg(what, instead));
     };
-    if (const Wanted &record = m_case.expect.record)
-        look(record, find(m_seen, record), "record", QStringLiteral("not recorded as %1").arg(wantedText(record)));
+    if (const Wanted &record = m_case.expect.record) {
+        const Seen *found = find(m_seen, record);
+        m_something = m_something || found;
+        look(record, found, "record", QStringLiteral("not recorded as %1").arg(wantedText(record)));
+    }
     for (const Wanted &wanted : m_case.expect.reports)
         look(wanted, find(m_seen, wanted), "report", QStringLiteral("no report %1").arg(wantedText(wanted)));
     if (const Wanted &changed = m_case.expect.changed)
@@ -230,6 +236,11 @@ QString Judgement::observed() const
     }
     for (const Seen *seen : m_seen.named(QStringLiteral("reset")))
         parts.append(protocol::fields(seen->report).first().text.simplified());
+    if (m_case.kind() == Kind::Check) {
+        for (const Wanted &wanted : m_case.expect.reports)
+            parts.append(find(m_seen, wanted) ? wantedText(wanted) : insteadText(m_seen, wanted));
+    }
+    parts.removeAll(QString());
     parts.removeDuplicates();
     return parts.join(QLatin1String(", "));
 }
