@@ -21,7 +21,7 @@ constexpr int kRefreshMs = 500;
 constexpr int kWidth = 460;
 constexpr int kListHeight = 132;
 constexpr int kModuleColumns = 4;
-constexpr int kLamp = 16;
+constexpr int kLampSize = 16;
 
 QString number(quint64 value)
 {
@@ -66,17 +66,17 @@ QString portLine(const PortInfo &port)
 
 QIcon noIcon()
 {
-    QPixmap nothing(kLamp, kLamp);
+    QPixmap nothing(kLampSize, kLampSize);
     nothing.fill(Qt::transparent);
     return {nothing};
 }
 
 QIcon lampIcon(LineMonitor::State state)
 {
-    QPixmap picture(2 * kLamp, 2 * kLamp);
+    QPixmap picture(2 * kLampSize, 2 * kLampSize);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
-    paintLamp(painter, QRectF(2, 2, 2 * kLamp - 4, 2 * kLamp - 4), state);
+    paintLamp(painter, QRectF(2, 2, 2 * kLampSize - 4, 2 * kLampSize - 4), state);
     QIcon icon(picture);
     icon.addPixmap(picture, QIcon::Selected);
     return icon;
@@ -94,7 +94,7 @@ LinePanel::LinePanel(const LineMonitor &monitor, QWidget *parent) : QFrame(paren
     large.setPointSize(11);
     large.setBold(true);
     m_state->setFont(large);
-    m_state->setContentsMargins(kLamp + 8, 0, 0, 0); // the lamp is painted there
+    m_state->setContentsMargins(kLampSize + 8, 0, 0, 0); // the lamp is painted there
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(14, 12, 14, 14);
     layout->setSpacing(8);
@@ -119,7 +119,7 @@ QWidget *LinePanel::makePorts()
     m_list->setObjectName(QStringLiteral("linePorts"));
     m_list->setAccessibleName(QStringLiteral("Serial ports"));
     m_list->setFixedHeight(kListHeight);
-    m_list->setIconSize(QSize(kLamp, kLamp));
+    m_list->setIconSize(QSize(kLampSize, kLampSize));
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->setStyleSheet(QStringLiteral(
         "QListWidget { border: 1px solid rgb(168,180,198); border-radius: 4px; background: white; padding: 2px; }"
@@ -270,5 +270,6 @@ void LinePanel::paintEvent(QPaintEvent *)
     painter.setPen(QColor(168, 180, 198));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
     const QRect title = m_state->geometry();
-    paintLamp(painter, QRectF(title.left(), title.center().y() - kLamp / 2.0 + 1, kLamp, kLamp), m_monitor.state());
+    paintLamp(painter, QRectF(title.left(), title.center().y() - kLampSize / 2.0 + 1, kLampSize, kLampSize),
+              m_monitor.state());
 }

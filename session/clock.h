@@ -8,6 +8,9 @@
 
 namespace session {
 
+/// Nanoseconds per second, the unit of all times here.
+inline constexpr qint64 kPerSecond = 1'000'000'000;
+
 /// Nanoseconds since 1970, UTC, that never go back: the time of day at the clock's making, then a steady count.
 class Clock
 {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "session/pcapng.h"
 
+#include "session/clock.h"
+
 #include <QtEndian>
 
 #include <algorithm>
@@ -28,7 +30,6 @@ constexpr quint16 kPacketFlags = 2;
 
 constexpr quint16 kUpperPduExport = 252;
 constexpr quint8 kNanoseconds = 9;
-constexpr qint64 kPerSecond = 1'000'000'000;
 constexpr std::size_t kSmallestBlock = 12;
 constexpr std::size_t kLargestOption = 65535;
 constexpr std::size_t kLargestBlock = std::size_t{16} * 1024 * 1024;

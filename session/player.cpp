@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "session/player.h"
 
+#include "session/clock.h"
+
 #include <QSocketNotifier>
 
 #include <algorithm>
@@ -14,8 +16,6 @@
 namespace session {
 
 namespace {
-
-constexpr qint64 kPerSecond = 1'000'000'000;
 
 qint64 steadyNow()
 {

@@ -6,11 +6,15 @@
 
 #include <QString>
 
+#include <cstddef>
 #include <optional>
 
 namespace simulator {
 
 using protocol::reset::Reason;
+
+/// Entries that a fault record keeps: its count is one byte on the wire.
+inline constexpr std::size_t kMaxRecord = 255;
 
 enum class ResetKind { PowerOn, Functional, Destructive };
 

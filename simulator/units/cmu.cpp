@@ -57,7 +57,6 @@ constexpr int kMovedBy = 20; // width of moved limits, MHz
 constexpr quint8 kCrystalLost = 27;
 constexpr quint8 kSpiLost = 88;
 constexpr int kMaxMHz = 255;
-constexpr std::size_t kMaxRecord = 255;
 constexpr int kIrcHz = 16000000;
 
 struct Monitor {

@@ -21,7 +21,6 @@ namespace intcm = protocol::intcm;
 
 constexpr quint8 kFirstFault = 75;
 constexpr int kMaxReadOut = 60; // counts from the fault to the reading of the timer
-constexpr std::size_t kMaxRecord = 255;
 constexpr unsigned kMaxLatency = 0xFFFFFF;
 constexpr quint8 kNoMode = 0; // all channels of the core are off
 constexpr quint8 kLastMode = 3;

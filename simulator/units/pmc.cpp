@@ -27,7 +27,6 @@ constexpr Detector detectors[] = {{pmc::CoreLvd, 0}, {pmc::PllLvd, 0},   {pmc::C
 constexpr unsigned kAllOn = 0xDF;
 constexpr unsigned kTemperatureSensor = 1; // first byte
 constexpr int kSelfTestMs = 60;
-constexpr int kMaxRecord = 255;
 
 // By fault code: what the fault collection unit calls it.
 constexpr quint8 faultIds[] = {0, 2, 1, 3};
@@ -143,7 +142,7 @@ private:
 
     void record(quint8 code)
     {
-        if (m_record.size() < kMaxRecord)
+        if (static_cast<std::size_t>(m_record.size()) < kMaxRecord)
             m_record.append(static_cast<char>(code));
         sendRecord();
     }

@@ -52,7 +52,6 @@ constexpr std::array accesses = std::to_array<Access>({
 
 constexpr quint8 kSmpu0Fault = 104;
 constexpr quint8 kSmpu1Fault = 105;
-constexpr std::size_t kMaxRecord = 255;
 
 class MemoryProtection : public Unit
 {

@@ -19,7 +19,6 @@ namespace spt = protocol::spt;
 
 constexpr int kFramesPerSecond = 20;
 constexpr int kReportMs = 1000;
-constexpr std::size_t kMaxRecord = 255;
 
 // The fault collection unit has no source for these two: the nearest ones are the memories of the accelerator.
 struct MemoryFault {

@@ -34,7 +34,6 @@ constexpr std::array paths = std::to_array<Path>({
     {4, 6, addressmap::k7aTcm, 107},      // splitter: slave port 4 to the TCM of K7a
 });
 static_assert(paths.size() == xbic::kCheckerCount);
-constexpr std::size_t kMaxRecord = 255;
 
 class CrossbarCheckers : public Unit
 {
