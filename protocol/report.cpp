@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "protocol/report.h"
 
-#include <algorithm>
 #include <array>
 
 // Outside the namespace, so that only a module's own wording is found, not that of any report.
@@ -62,6 +61,28 @@ template <class S> ReportInfo row(ModuleId module, quint8 type, const char *name
             [] { return infoOf<S>(); }};
 }
 
+using InfosByType = std::array<const ReportInfo *, 256>;
+
+// Text messages have any type.
+std::array<InfosByType, kModuleCount> infosByFrame()
+{
+    std::array<InfosByType, kModuleCount> table = {};
+    for (const ReportInfo &info : reportInfos()) {
+        InfosByType &types = table.at(static_cast<std::size_t>(info.module));
+        if (info.module == ModuleId::Text)
+            types.fill(&info);
+        else
+            types.at(info.type) = &info;
+    }
+    return table;
+}
+
+const ReportInfo *infoOf(quint8 moduleId, quint8 type)
+{
+    static const std::array<InfosByType, kModuleCount> table = infosByFrame();
+    return moduleId < table.size() ? table.at(moduleId).at(type) : nullptr;
+}
+
 } // namespace
 
 const std::vector<ReportInfo> &reportInfos()
@@ -111,11 +132,8 @@ const ReportInfo &infoOf(const Report &report)
 
 std::optional<Report> decode(quint8 moduleId, quint8 type, const QByteArray &payload)
 {
-    const std::vector<ReportInfo> &infos = reportInfos();
-    const auto found = std::find_if(infos.begin(), infos.end(), [moduleId, type](const ReportInfo &info) {
-        return static_cast<quint8>(info.module) == moduleId && (info.type == type || info.module == ModuleId::Text);
-    });
-    return found == infos.end() ? std::nullopt : std::optional(found->decode(payload));
+    const ReportInfo *const info = infoOf(moduleId, type);
+    return info ? std::optional(info->decode(payload)) : std::nullopt;
 }
 
 QVector<Field> fields(const Report &report)
