@@ -112,13 +112,21 @@ void FrameScan::reset()
 
 bool FrameScan::extract(const QByteArray &data, QList<frameData> &frames, QByteArray &remainder, quint32 &partialCount)
 {
-    Sink sink(frames);
+    const int from = advance(data, frames, partialCount);
     if (data.isEmpty())
         return false;
+    remainder = from == 0 ? data : data.mid(from);
+    return !remainder.isEmpty();
+}
+
+int FrameScan::advance(const QByteArray &data, QList<frameData> &frames, quint32 &partialCount)
+{
+    Sink sink(frames);
+    if (data.isEmpty())
+        return 0;
     if (data.size() < kMinParsedSize) {
         ++partialCount;
-        remainder = data;
-        return true;
+        return 0;
     }
     const int at = decideCarried(data, sink, partialCount);
     const int scanned = scan(at, data, sink, partialCount);
@@ -127,8 +135,7 @@ bool FrameScan::extract(const QByteArray &data, QList<frameData> &frames, QByteA
         from -= syncAtEnd(data);
     m_scanned = m_starts.empty() ? 0 : scanned - from;
     carryFrom(from, data.size());
-    remainder = from == 0 ? data : data.mid(from);
-    return !remainder.isEmpty();
+    return from;
 }
 
 // Looks whether the new bytes complete a carried start. Returns where the scan goes on.

@@ -30,6 +30,9 @@ public:
     /// is not, reset() must come first.
     bool extract(const QByteArray &data, QList<frameData> &frames, QByteArray &remainder, quint32 &partialCount);
 
+    /// The same for a caller with a buffer of its own: returns where in `data` the remainder begins.
+    int advance(const QByteArray &data, QList<frameData> &frames, quint32 &partialCount);
+
     /// The next data is not a continuation.
     void reset();
 

@@ -1,24 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "session/framestream.h"
 
-#include <utility>
-
 namespace session {
 
 const QList<frameData> &FrameStream::take(const QByteArray &bytes)
 {
-    QByteArray data = std::exchange(m_remainder, {});
-    if (!data.startsWith(protocol::kSync0)) {
-        data.clear();
+    if (!m_remainder.startsWith(protocol::kSync0)) {
+        m_remainder.resize(0);
         m_scan.reset();
     }
-    m_scan.extract(data.append(bytes), m_frames, m_remainder, m_partialCount);
+    m_remainder.append(bytes);
+    m_remainder.remove(0, m_scan.advance(m_remainder, m_frames, m_partialCount));
     return m_frames;
 }
 
 void FrameStream::clear()
 {
-    m_remainder.clear();
+    m_remainder.resize(0);
 }
 
 } // namespace session
