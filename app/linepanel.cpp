@@ -2,6 +2,7 @@
 #include "app/linepanel.h"
 
 #include "app/linelamp.h"
+#include "app/linerecorder.h"
 
 #include <QGridLayout>
 #include <QGuiApplication>
@@ -178,6 +179,42 @@ QWidget *LinePanel::makeModules()
     return box;
 }
 
+void LinePanel::setRecorder(LineRecorder &recorder)
+{
+    m_recorder = &recorder;
+    layout()->addWidget(heading(QStringLiteral("Recorder")));
+    layout()->addWidget(makeRecorder());
+}
+
+QWidget *LinePanel::makeRecorder()
+{
+    struct Button {
+        const char *name;
+        const char *text;
+        const char *toolTip;
+        void (LineRecorder::*pressed)();
+    };
+    const Button buttons[] = {
+        {"lineMark", "Set a mark", "Ctrl+M: keeps a word with this moment", &LineRecorder::askAndMark},
+        {"lineSave", "Save recording", "Ctrl+S: writes what is in memory into a file", &LineRecorder::askAndSave}};
+    auto *box = new QWidget;
+    auto *layout = new QHBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_held = plain(QStringLiteral("Recorded"));
+    layout->addWidget(m_held, 1);
+    for (const Button &row : buttons) {
+        auto *button = new QPushButton(QString::fromLatin1(row.text));
+        button->setObjectName(QLatin1String(row.name));
+        button->setToolTip(QString::fromLatin1(row.toolTip));
+        layout->addWidget(button);
+        connect(button, &QPushButton::clicked, this, [this, pressed = row.pressed] {
+            close();
+            (m_recorder->*pressed)();
+        });
+    }
+    return box;
+}
+
 void LinePanel::open(const QPoint &corner)
 {
     m_ports.clear();
@@ -234,6 +271,9 @@ void LinePanel::showCounts()
         m_monitor.lastAnswer().isValid()
             ? m_monitor.lastAnswer().toString(QStringLiteral("HH:mm:ss, ")) + moduleName(m_monitor.lastModule())
             : QStringLiteral("none yet"));
+    if (m_recorder)
+        say(m_held,
+            QLocale(QLocale::English).formattedDataSize(m_recorder->heldBytes()) + QStringLiteral(" in memory"));
     for (std::size_t module = 0; module < m_modules.size(); ++module) {
         say(m_modules[module], number(counts.byModule[module]));
         m_modules[module]->setEnabled(counts.byModule[module] > 0);

@@ -9,6 +9,7 @@
 
 #include <array>
 
+class LineRecorder;
 class QLabel;
 class QListWidget;
 class QPushButton;
@@ -20,6 +21,8 @@ class LinePanel : public QFrame
 public:
     explicit LinePanel(const LineMonitor &monitor, QWidget *parent = nullptr);
 
+    /// Shows what the recorder holds, and lets it save and mark. It lives as long as the panel.
+    void setRecorder(LineRecorder &recorder);
     /// Opens above `corner`, the upper right corner of what was pressed, in global coordinates.
     void open(const QPoint &corner);
 
@@ -36,6 +39,7 @@ private:
     QWidget *makePorts();
     QWidget *makeCounts();
     QWidget *makeModules();
+    QWidget *makeRecorder();
     void listPorts();
     void showCounts();
     void choose();
@@ -49,6 +53,8 @@ private:
     QLabel *m_sent = nullptr;
     QLabel *m_damaged = nullptr;
     QLabel *m_answer = nullptr;
+    LineRecorder *m_recorder = nullptr;
+    QLabel *m_held = nullptr;
     std::array<QLabel *, protocol::kModuleCount> m_modules = {};
     int m_timer = 0;
 };

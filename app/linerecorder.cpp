@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/linerecorder.h"
 
-#include "app/mainwindow.h"
 #include "app/messagebox.h"
 #include "link/linetraffic.h"
 
@@ -86,9 +85,4 @@ void LineRecorder::saveOrTell(const QString &path)
     else
         inform(&m_window, QStringLiteral("Warning"), QStringLiteral("The recording was not saved.\n") + trouble,
                QMessageBox::Ok);
-}
-
-void MainWindow::saveRecording()
-{
-    m_recorder->askAndSave();
 }

@@ -62,6 +62,11 @@ LineStatus::LineStatus(QMainWindow &window)
     showState();
 }
 
+void LineStatus::setRecorder(LineRecorder &recorder)
+{
+    m_panel->setRecorder(recorder);
+}
+
 void LineStatus::giveUp()
 {
     m_reconnection.giveUp();

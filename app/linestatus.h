@@ -11,6 +11,7 @@ class Band;
 class ElidedLabel;
 class LineLamp;
 class LinePanel;
+class LineRecorder;
 class QMainWindow;
 class Veil;
 
@@ -23,6 +24,8 @@ public:
     explicit LineStatus(QMainWindow &window);
 
     const LineMonitor &monitor() const { return m_monitor; }
+    /// The panel's entry of the recorder.
+    void setRecorder(LineRecorder &recorder);
     /// Why the port is closed, for the band; empty where nothing is wrong.
     void setTrouble(const QString &trouble);
     /// The user does not want a lost line back.

@@ -156,6 +156,7 @@ void MainWindow::prepareForm()
     m_line = new LineStatus(*this);
     connect(m_line, &LineStatus::portChosen, this, &MainWindow::usePort);
     connect(m_line, &LineStatus::portFound, this, &MainWindow::reopenPort);
+    m_line->setRecorder(*m_recorder);
     showPortState();
     prepareInputs();
     installKeys(*this, *ui);

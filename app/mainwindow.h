@@ -61,9 +61,6 @@ public slots:
     void receiveData();
     bool Receivedata_Unpacking(QByteArray data, QList<frameData> &frames, QByteArray &remainder);
 
-    // app/linerecorder.cpp: what passed the line, saved where the user says
-    void saveRecording();
-
     // app/commands.cpp: the command channel as slots
     void Command_write(QString command);
     void noblockdelay(int milliseconds);

@@ -10,8 +10,10 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 
 class TestRecorder : public QObject
 {
@@ -22,8 +24,10 @@ private slots:
     void fullDiskIsSaid();
 
 private:
-    // Presses `key` in the window and types `text` into the dialog that opens.
+    // Presses `key` in the window, or `button` in the lamp's panel, and types `text` into the dialog that opens.
     template <class Dialog> void answer(Qt::Key key, const QString &text);
+    template <class Dialog> void answerPanel(const char *button, const QString &text);
+    template <class Dialog> void type(const QString &text);
 
     WindowFixture m_bench;
 };
@@ -33,6 +37,21 @@ template <class Dialog> void TestRecorder::answer(Qt::Key key, const QString &te
     m_bench.window().activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&m_bench.window()));
     QTest::keyClick(&m_bench.window(), key, Qt::ControlModifier);
+    type<Dialog>(text);
+}
+
+template <class Dialog> void TestRecorder::answerPanel(const char *button, const QString &text)
+{
+    m_bench.find<QToolButton>("toolButton_line")->click();
+    auto *entry = m_bench.find<QPushButton>(button);
+    QTRY_VERIFY(entry->isVisible());
+    QTest::mouseClick(entry, Qt::LeftButton);
+    QVERIFY(!entry->isVisible());
+    type<Dialog>(text);
+}
+
+template <class Dialog> void TestRecorder::type(const QString &text)
+{
     QTRY_VERIFY(m_bench.window().findChild<Dialog *>());
     auto *dialog = m_bench.window().findChild<Dialog *>();
     auto *field = dialog->template findChild<QLineEdit *>();
@@ -49,6 +68,7 @@ void TestRecorder::savesWhatPassedTheLine()
     m_bench.line().write(version);
     QTRY_VERIFY(m_bench.text("lineEdit_firewareVision").contains(QLatin1String("2.50")));
     answer<QInputDialog>(Qt::Key_M, QStringLiteral("first fault"));
+    answerPanel<QInputDialog>("lineMark", QStringLiteral("by the panel"));
     sendCommand(QStringLiteral("inject 7 1"));
     QTRY_VERIFY(m_bench.line().received().endsWith("inject 7 1\r\n"));
 
@@ -70,7 +90,7 @@ void TestRecorder::savesWhatPassedTheLine()
     QCOMPARE(reader.ports(), QStringList(m_bench.line().tty()));
     QCOMPARE(notes,
              (QStringList{QStringLiteral("opened ") + m_bench.line().tty(), "firmware 2.50 of 2020/12/31",
-                          "mark: first fault"}));
+                          "mark: first fault", "mark: by the panel"}));
     QCOMPARE(reader.comments(), QStringList("firmware 2.50 of 2020/12/31"));
 }
 
@@ -80,7 +100,7 @@ void TestRecorder::fullDiskIsSaid()
     const QString path = folder.filePath(QStringLiteral("full.pcapng"));
     QVERIFY(QFile::link(QStringLiteral("/dev/full"), path));
     BoxAnswerer boxes; // also asked whether to replace what is there
-    answer<QFileDialog>(Qt::Key_S, path);
+    answerPanel<QFileDialog>("lineSave", path);
     QTRY_COMPARE(boxes.seen().size(), 2);
     QCOMPARE(boxes.seen().last(),
              QStringLiteral("Warning|The recording was not saved.\n%1: No space left on device").arg(path));
