@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
-// Wireshark's view of a recording: tshark with the dissector tells every report the same fields as the report type, and the
-// same bytes as were recorded, however the line cuts them.
+// Two views of a recording: tshark with the dissector and the tool's JSON tell every report the same fields as the report
+// type, and tshark the same bytes as were recorded, however the line cuts them.
 #include "protocol/frame.h"
 #include "protocol/report.h"
 #include "session/pcapng.h"
 
 #include <QCryptographicHash>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QXmlStreamReader>
 
+#include <algorithm>
+#include <cmath>
 #include <random>
 #include <unistd.h>
 
@@ -108,6 +113,36 @@ void addFields(QVector<Shown> &shown, const QString &path, const QVector<Field> 
     }
 }
 
+QString plain(const QJsonValue &value)
+{
+    if (value.isNull())
+        return QStringLiteral("nan"); // JSON has none
+    if (value.isBool())
+        return QString::number(value.toBool());
+    const double number = value.toDouble();
+    if (number != std::floor(number)) // printed with as many digits as single precision needs
+        return QString::number(static_cast<double>(static_cast<float>(number)), 'g', 6);
+    return value.toVariant().toString();
+}
+
+// JSON's objects have no order; words stand beside the values that have any.
+void addFields(QVector<Shown> &shown, const QString &path, const QJsonObject &fields)
+{
+    for (auto field = fields.begin(); field != fields.end(); ++field) {
+        const QString name = path + QLatin1Char('.') + field.key();
+        if (field.key().endsWith(QLatin1String("_text")) && fields.contains(field.key().chopped(5)))
+            continue;
+        if (!field->isArray())
+            shown.append({name, plain(*field)});
+        for (const QJsonValue &element : field->toArray()) {
+            if (element.isObject())
+                addFields(shown, name, element.toObject());
+            else
+                shown.append({name, plain(element)});
+        }
+    }
+}
+
 QSet<QString> filters()
 {
     QSet<QString> names;
@@ -160,6 +195,7 @@ class TestWireshark : public QObject
 private slots:
     void initTestCase();
     void fieldsAreTheReports();
+    void jsonSaysTheSame();
     void bytesAreTheRecorded();
     void filtersFind_data();
     void filtersFind();
@@ -260,6 +296,30 @@ void TestWireshark::fieldsAreTheReports()
     }
     QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
     QCOMPARE(next, m_expected.size());
+}
+
+void TestWireshark::jsonSaysTheSame()
+{
+    QProcess tool;
+    tool.start(QStringLiteral(TOOL),
+               {QStringLiteral("decode"), QStringLiteral("--json"), m_folder.filePath(QStringLiteral("line.pcapng"))});
+    QVERIFY(tool.waitForFinished());
+    QVector<Shown> shown;
+    for (QByteArray line; !(line = tool.readLine()).isEmpty();) {
+        const QJsonObject object = QJsonDocument::fromJson(line).object();
+        if (object[QLatin1String("kind")] == QLatin1String("report"))
+            addFields(shown, QStringLiteral("safetyworkbench.") + object[QLatin1String("report")].toString(),
+                      object[QLatin1String("fields")].toObject());
+    }
+    QCOMPARE(shown.size(), m_expected.size());
+    const auto byName = [](const Shown &a, const Shown &b) { return a.name < b.name; };
+    std::stable_sort(shown.begin(), shown.end(), byName);
+    std::stable_sort(m_expected.begin(), m_expected.end(), byName);
+    for (int i = 0; i < shown.size(); ++i) {
+        QCOMPARE(shown[i].name, m_expected[i].name);
+        if (shown[i].value != m_expected[i].value)
+            QCOMPARE(simplified(shown[i].value), simplified(m_expected[i].value));
+    }
 }
 
 void TestWireshark::bytesAreTheRecorded()
