@@ -20,6 +20,7 @@ public:
 
 private:
     void addSpeeds();
+    int addSpeed(double speed);
     void addTime();
     void show(const ReplayProcess::Position &position);
     void moveToSlider();
