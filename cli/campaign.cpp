@@ -77,7 +77,7 @@ void print(Printer &printer, const Plan &plan, const CaseResult &result)
     printer.finding(json,
                     QStringLiteral("%1 %2 %3 %4")
                         .arg(good ? QStringLiteral("ok  ") : QStringLiteral("FAIL"))
-                        .arg(judged.id, -16)
+                        .arg(judged.id, -22)
                         .arg(wordsOf(judged.kind(), result.verdict), -15)
                         .arg(good ? times.join(QStringLiteral(", ")) : result.decisive().told)
                         .trimmed());

@@ -23,6 +23,7 @@ namespace campaign {
 
 namespace {
 
+constexpr int kUsualReactionMs = 1000; // a busy computer is late too
 constexpr int kLongestMs = 600'000;
 constexpr int kMostRepeats = 100'000;
 constexpr double kLongestUs = 1e9;
@@ -245,7 +246,7 @@ void PlanReader::readMechanism(const toml::table &table)
     usual.before = members.commands("before");
     usual.ask = members.commands("ask");
     usual.after = members.commands("after");
-    usual.reactionMs = 250;
+    usual.reactionMs = kUsualReactionMs;
     readBudget(members, usual);
     const QString record = members.command("record");
     const auto cases = members.tables("case");

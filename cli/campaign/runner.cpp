@@ -10,10 +10,10 @@ namespace campaign {
 
 namespace {
 
-constexpr int kAnswerMs = 1000;
+constexpr int kAnswerMs = 2000;
 constexpr int kPatientAnswers = 5;
 constexpr int kProofs = 20;
-constexpr int kQuietMs = 30; // a report that has begun ends within this time
+constexpr int kQuietMs = 20;
 
 QString marker()
 {
@@ -116,10 +116,13 @@ bool Runner::settle()
     return exchange(m_plan.recover) && sync();
 }
 
+// A report that has begun ends before the answer to the next question.
 bool Runner::inspectLine()
 {
-    if (strayBytes() != 0 && !wait(kQuietMs, [this] { return strayBytes() == 0; }))
-        return false;
+    for (int i = 0; i < kPatientAnswers && strayBytes() != 0; ++i) {
+        if (!wait(kQuietMs, [this] { return strayBytes() == 0; }) || (strayBytes() != 0 && !exchange(marker())))
+            return false;
+    }
     const qint64 stray = strayBytes();
     m_outcome.damaged += stray;
     if (stray != 0)
