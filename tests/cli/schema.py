@@ -55,7 +55,29 @@ for module, cases in {"cmu": 5, "xbic": 1, "smpu": 1, "memu": 7, "intcm": 1, "pm
 run("send", "get 4", "--virtual", "--record", path("answers"))
 run("check", path("answers"), "--virtual")
 
-run("campaign", os.path.join(os.path.dirname(schema_file), "../campaigns/smoke.toml"), "--only", "crc-32,xbic-0", "--virtual")
+docs = os.path.dirname(schema_file)
+run("campaign", os.path.join(docs, "../campaigns/smoke.toml"), "--only", "crc-32,xbic-0,regp-soft", "--virtual",
+    "--report", path("campaign"))
+with open(os.path.join(docs, "campaign-report.schema.json"), encoding="utf-8") as file:
+    report_schema = json.load(file)
+jsonschema.Draft7Validator.check_schema(report_schema)
+with open(path("campaign/report.json"), encoding="utf-8") as file:
+    report = json.load(file)
+jsonschema.validate(report, report_schema)
+
+# A figure's packets are those of the recording that it comes from.
+with open(path("campaign/recording.pcapng"), "rb") as file:
+    recording = file.read()
+packets, at = [], 0
+while at < len(recording):
+    kind, length = struct.unpack_from("<II", recording, at)
+    packets += [recording[at:at + length]] if kind == 6 else []
+    at += length
+reports = {"crc-32": b"\x06\x03", "xbic-0": b"\x0c\x02", "regp-soft": b"\x05\x01"}
+for case in report["cases"]:
+    numbers = case["runs"][0]["packets"]
+    assert case["inject"].encode() + b"\r\n" in packets[numbers["injection"] - 1], case
+    assert b"\xa5\xc3\0\0" + reports[case["id"]] in packets[numbers["detection"] - 1], case
 
 # One answer changed and one taken away; a frame of no module; a mark; text with everything that must be escaped.
 with open(path("answers"), "rb") as file:
