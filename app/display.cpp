@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/display.h"
 
+#include "app/accessibility.h"
+
 #include <QAbstractButton>
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -97,15 +99,6 @@ void showInTime()
         nextShow->start(static_cast<int>(kShowEveryMs - elapsed));
 }
 
-// The text of a label or a field.
-template <class Widget> void setText(Widget *widget, const QString &text)
-{
-    later(widget, Aspect::Content, [widget, text] {
-        if (widget->text() != text)
-            widget->setText(text);
-    });
-}
-
 template <class Widget> void setChecked(Widget *widget, bool on)
 {
     later(widget, Aspect::State, [widget, on] { widget->setChecked(on); });
@@ -157,12 +150,20 @@ void afterArrival(std::function<void()> work)
 
 void text(QLabel *label, const QString &text)
 {
-    setText(label, text);
+    later(label, Aspect::Content, [label, text] {
+        if (label->text() == text)
+            return;
+        label->setText(text);
+        accessibility::valueChanged(label);
+    });
 }
 
 void text(QLineEdit *field, const QString &text)
 {
-    setText(field, text);
+    later(field, Aspect::Content, [field, text] {
+        if (field->text() != text)
+            field->setText(text);
+    });
 }
 
 void text(QTextEdit *box, const QString &text)
@@ -187,7 +188,10 @@ void value(QSpinBox *box, int value)
 
 void value(QLCDNumber *counter, int value)
 {
-    later(counter, Aspect::Content, [counter, value] { counter->display(value); });
+    later(counter, Aspect::Content, [counter, value] {
+        counter->display(value);
+        accessibility::valueChanged(counter);
+    });
 }
 
 } // namespace display

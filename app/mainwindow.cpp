@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/mainwindow.h"
 
+#include "app/accessibility.h"
 #include "app/application.h"
 #include "app/elidedlabel.h"
 #include "app/form.h"
@@ -69,7 +70,9 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_uniq
 {
     loadResources();
     applyLook();
+    accessibility::install();
     setupForm(*ui, *this);
+    accessibility::prepare(*this, *ui);
     makePages();
     makeTimeLine();
     m_recorder = new LineRecorder(*this);

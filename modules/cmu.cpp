@@ -126,7 +126,7 @@ void showMonitor(const Form &form, const Row &row, const cmu::CmuRecord &monitor
 // A value out of its limits: red, green, red, and time to see it.
 void showViolation(QLabel *label, const QString &text)
 {
-    label->setText(text);
+    display::text(label, text);
     indicator::paint(label, QString::fromLatin1(kRedStyle));
     delayMs(100);
     indicator::paint(label, QString::fromLatin1(kGreenStyle));
@@ -219,7 +219,7 @@ void CmuPage::clearFaults()
 
 void CmuPage::injectSlowClock()
 {
-    m_form.label_MCCLK_fvalue->setText(QStringLiteral("80"));
+    display::text(m_form.label_MCCLK_fvalue, QStringLiteral("80"));
     animation::blink(m_form.label_MCCLK_fvalue, 150, QString::fromLatin1(kRedStyle),
                      QStringLiteral("background-color: rgb(200,200,200);"), 3);
     delayMs(2000);
@@ -242,8 +242,8 @@ void CmuPage::injectLostClock()
 void CmuPage::injectLimits(int fault, int lower, int upper)
 {
     if (!m_records.empty()) {
-        m_form.label_MCCLK_fmin->setText(QString::number(lower));
-        m_form.label_MCCLK_fmax->setText(QString::number(upper));
+        display::text(m_form.label_MCCLK_fmin, QString::number(lower));
+        display::text(m_form.label_MCCLK_fmax, QString::number(upper));
     }
     animation::blink(m_form.label_MCCLK_fmin, m_form.label_MCCLK_fmax, 150, indicator::background(indicator::kRed),
                      indicator::background(kLimitBlue), 4);

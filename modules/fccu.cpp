@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "modules/fccu.h"
 
+#include "app/accessibility.h"
 #include "app/display.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
@@ -49,6 +50,16 @@ FccuPage::FccuPage(const Ui::MainWindow &form, QWidget &window)
 void FccuPage::showNormal()
 {
     indicator::state(m_form.label_FCCU_status, QStringLiteral("NORMAL"), indicator::background(indicator::kGreen));
+    announce();
+}
+
+// When it is shown, and once for each new state.
+void FccuPage::announce()
+{
+    display::later(m_form.label_FCCU_status, display::Aspect::State, [this] {
+        if (std::exchange(m_announced, m_form.label_FCCU_status->text()) != m_form.label_FCCU_status->text())
+            accessibility::alert(m_form.label_FCCU_status);
+    });
 }
 
 // Each NORMAL gets a timer of its own; none is stopped.
@@ -68,6 +79,7 @@ void FccuPage::show(const fccu::UnitState &unit)
         if (row.state == unit.state)
             indicator::state(m_form.label_FCCU_status, QString::fromLatin1(row.text), QString::fromLatin1(row.style));
     }
+    announce();
 }
 
 void FccuPage::show(const fccu::FaultEvent &fault)

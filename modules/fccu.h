@@ -27,11 +27,13 @@ public:
     void clearLog();
 
 private:
+    void announce();
     void addFaults();
 
     const Ui::MainWindow &m_form;
     QWidget &m_window;
     textview::Log m_log;
+    QString m_announced;                      // the state that screen readers were told
     FaultHistory *const m_history;            // the selector's
     std::vector<FccuFaultRecord> m_newFaults; // of this arrival, not in the history yet
 };

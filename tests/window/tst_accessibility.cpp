@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+// What a screen reader is told of the window when it asks.
+#include "support/fixtures.h"
+
+#include <QAccessible>
+#include <QAccessibleInterface>
+#include <QComboBox>
+#include <QLCDNumber>
+#include <QMap>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+
+class TestAccessibility : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<WindowFixture> m_bench;
+
+    QAccessibleInterface *interface(const char *name)
+    {
+        return QAccessible::queryAccessibleInterface(m_bench->find<QWidget>(name));
+    }
+    QString description(const char *name) { return interface(name)->text(QAccessible::Description); }
+
+private slots:
+    void initTestCase()
+    {
+        m_bench = std::make_unique<WindowFixture>();
+        QTRY_VERIFY(m_bench->line().received().endsWith("get 0\r\n"));
+    }
+
+    void valuesBesideNames()
+    {
+        QVERIFY(m_bench->show(2, 1, "11 50 5A 46"));
+        QCOMPARE(description("label_core0clk_fvalue"), QStringLiteral("80, Green: on"));
+        QCOMPARE(interface("label_core0clk_fvalue")->textInterface()->text(0, 99), QStringLiteral("80"));
+        QVERIFY(m_bench->show(2, 1, "10 50 5A 46"));
+        QCOMPARE(description("label_core0clk_fvalue"), QStringLiteral("Gray: off"));
+        QVERIFY(m_bench->show(14, 1, "03 2A"));
+        QCOMPARE(description("lcdNumber_vg5k_Fault"), QStringLiteral("42, Fault counter inside of VG5k device"));
+        m_bench->find<QPlainTextEdit>("plainTextEdit_cse_Message_input")->setPlainText(QStringLiteral("seven 7"));
+        QCOMPARE(description("label_cse_Message_count"), QStringLiteral("7, Number of characters"));
+        QCOMPARE(description("label_MBIST_92").left(5), QStringLiteral("White")); // its number is in its name
+    }
+
+    void everyWidgetHasItsRole()
+    {
+        const auto widgets = m_bench->window().centralWidget()->findChildren<QWidget *>();
+        int labels = 0;
+        for (QWidget *widget : widgets) {
+            const QAccessible::Role role = QAccessible::queryAccessibleInterface(widget)->role();
+            if (widget->inherits("QLabel")) {
+                ++labels;
+                QVERIFY2(role == QAccessible::StaticText || role == QAccessible::Notification
+                             || role == QAccessible::Graphic,
+                         qPrintable(widget->objectName()));
+            }
+            if (widget->inherits("QLineEdit") && driver::isOurs(widget))
+                QVERIFY2(role == QAccessible::EditableText, qPrintable(widget->objectName()));
+        }
+        QVERIFY(labels > 400);
+    }
+
+    void everySelectorHasACaption()
+    {
+        const auto boxes = m_bench->window().centralWidget()->findChildren<QComboBox *>();
+        for (QComboBox *box : boxes)
+            QVERIFY2(!QAccessible::queryAccessibleInterface(box)->relations(QAccessible::Label).isEmpty(),
+                     qPrintable(box->objectName()));
+    }
+
+    // What can be reached at the same time can be told apart.
+    void namesAreDistinct()
+    {
+        const auto buttons = m_bench->window().centralWidget()->findChildren<QWidget *>();
+        QMap<QString, QString> seen; // "page name" to object
+        for (QWidget *widget : buttons) {
+            if (widget->focusPolicy() == Qt::NoFocus || !driver::isOurs(widget) || qobject_cast<QTabWidget *>(widget)
+                || qobject_cast<QComboBox *>(widget))
+                continue;
+            QString page;
+            for (QWidget *above = widget; above && page.isEmpty(); above = above->parentWidget()) {
+                if (above->objectName().startsWith(QLatin1String("tabWidgetPage"))
+                    || above->objectName().startsWith(QLatin1String("tab_")))
+                    page = above->objectName();
+            }
+            const QString name = QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+            const QString key = page + QLatin1Char(' ') + name;
+            QVERIFY2(!name.isEmpty(), qPrintable(widget->objectName()));
+            QVERIFY2(!seen.contains(key), qPrintable(widget->objectName() + ' ' + seen.value(key) + ' ' + key));
+            seen.insert(key, widget->objectName());
+        }
+    }
+};
+
+QTEST_MAIN(TestAccessibility)
+#include "tst_accessibility.moc"
