@@ -231,7 +231,8 @@ private:
     bool hasConsole() const;
     void makePages();
     void showReport(const frameData &frame);
-    void makeTimeLine(); // timeline/dock.cpp
+    void makeTimeLine();  // timeline/dock.cpp
+    void makePresenter(); // presenter/mode.cpp
 
     // In modules/pages.cpp, where the pages are known.
     struct DeletePages {

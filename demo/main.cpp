@@ -4,6 +4,7 @@
 #include "app/mainwindow.h"
 #include "app/startup.h"
 #include "support/boardprocess.h"
+#include "demo/presentation.h"
 #include "demo/replayprocess.h"
 #include "demo/screenshots.h"
 #include "demo/tour.h"
@@ -101,6 +102,16 @@ int main(int argc, char *argv[])
     const QCommandLineOption fromOption(QStringLiteral("from"),
                                         QStringLiteral("Replay from the second SECONDS on (default 0)."),
                                         QStringLiteral("SECONDS"), QStringLiteral("0"));
+    const QCommandLineOption presentOption(QStringLiteral("present"),
+                                           QStringLiteral("Play the speaker's script by itself, again and again."));
+    const QCommandLineOption roundsOption(
+        QStringLiteral("rounds"),
+        QStringLiteral("End after N rounds of the script; fail where a step could not be taken."), QStringLiteral("N"),
+        QStringLiteral("0"));
+    const QCommandLineOption stayOption(
+        QStringLiteral("stay"), QStringLiteral("Let each step of the script stay SECONDS in place of its own time."),
+        QStringLiteral("SECONDS"), QStringLiteral("0"));
+    parser.addOptions({presentOption, roundsOption, stayOption});
     parser.addOptions({boardsOption, tourOption, sizeOption, screenshotsOption, replayOption, speedOption, fromOption});
     for (const BoardOption &option : boardOptions)
         parser.addOption(
@@ -146,7 +157,9 @@ int main(int argc, char *argv[])
         const auto show = [&](const std::function<bool()> &play) {
             QTimer::singleShot(0, &window, [play] { QApplication::exit(play() ? 0 : 1); });
         };
-        if (!tutorial.isEmpty())
+        if (parser.isSet(presentOption))
+            present(window, parser.value(roundsOption).toInt(), parser.value(stayOption).toDouble());
+        else if (!tutorial.isEmpty())
             show([&] { return recordTutorial(window, tutorial); });
         else if (!screenshots.isEmpty())
             show([&] { return takeScreenshots(window, screenshots, ports); });

@@ -2,7 +2,7 @@
 // How the program is brought into the states that the manual shows, step by step.
 #pragma once
 
-#include "support/script.h"
+#include "presenter/script.h"
 
 namespace screenshots {
 

@@ -2,7 +2,7 @@
 #include "demo/tour.h"
 
 #include "app/mainwindow.h"
-#include "support/script.h"
+#include "presenter/script.h"
 
 namespace {
 

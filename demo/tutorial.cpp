@@ -6,7 +6,7 @@
 #include "demo/stage.h"
 #include "demo/tutorialscript.h"
 #include "link/commandchannel.h"
-#include "support/driver.h"
+#include "presenter/driver.h"
 
 #include <QLineEdit>
 #include <QTabBar>

@@ -3,7 +3,7 @@
 // the next one; %1 in it is the time that the fault took to be detected.
 #pragma once
 
-#include "support/script.h"
+#include "presenter/script.h"
 
 #include <span>
 

@@ -9,7 +9,7 @@
 #include "link/serialline.h"
 #include "link/serialports.h"
 #include "support/boxanswerer.h"
-#include "support/driver.h"
+#include "presenter/driver.h"
 #include "support/monkey.h"
 
 #include <QApplication>
@@ -43,9 +43,10 @@ constexpr int kCommandMs = 25;
 constexpr int kReportMs = 60000;
 constexpr int kOpenMs = 1000;
 
-// What may stay allocated once the texts are cleared: the recorder's packets, the history of faults and the timers, which
-// last as long as the window, and caches of fonts, styles and pictures that fill with use. Measured, and rounded up.
-constexpr double kPerFault = 500;
+// What may stay allocated once the texts are cleared: the recorder's packets, the history of faults, the time line and the
+// timers, which last as long as the window, and caches of fonts, styles and pictures that fill with use. Measured, and
+// rounded up.
+constexpr double kPerFault = 600;
 constexpr double kPerTimer = 800;
 constexpr double kCaches = 12e6;
 

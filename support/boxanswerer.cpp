@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/boxanswerer.h"
 
-#include "support/driver.h"
+#include "presenter/driver.h"
 
 #include <QAbstractButton>
 #include <QApplication>

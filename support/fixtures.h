@@ -7,7 +7,7 @@
 #include "simulator/virtualboard.h"
 #include "support/boxanswerer.h"
 #include "support/cuttingproxy.h"
-#include "support/driver.h"
+#include "presenter/driver.h"
 #include "support/rawline.h"
 
 #include <QLabel>

@@ -2,7 +2,7 @@
 #include "support/monkey.h"
 
 #include "console/consoleform.h"
-#include "support/driver.h"
+#include "presenter/driver.h"
 
 #include <QAbstractButton>
 #include <QAction>

@@ -6,7 +6,7 @@
 #include "link/serialline.h"
 #include "link/serialports.h"
 #include "support/boxanswerer.h"
-#include "support/driver.h"
+#include "presenter/driver.h"
 #include "support/fixtures.h"
 
 #include <QPushButton>

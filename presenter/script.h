@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What is to happen in the window, step by step, and the player that carries it out: for tour, pictures and tutorial.
+// What is to happen in the window, step by step, and the player that carries it out: for the
+// speaker's script, tour, pictures and tutorial.
 #pragma once
 
 #include <QDir>
@@ -19,7 +20,10 @@ namespace script {
 enum class Act {
     Turn,    // to the page that holds the widget
     Open,    // the page with this title
+    Page,    // the page with this title, wherever it is
     Press,   // a button
+    Switch,  // "on" or "off": presses a box or button that is not yet so
+    Send,    // a command to the board
     Inject,  // presses the button and waits until the board reports one more fault
     Enter,   // text into a field, a number into a spin box, the item of a selector
     Type,    // the text key by key; a line feed is Return
@@ -54,9 +58,16 @@ public:
     /// How long a step is tried. A lenient player passes over what it has awaited in vain; else that fails.
     void setPatience(int milliseconds, bool lenient);
 
+    /// Begins to take the steps and returns at once; ended() says how it went. Steps under way are given up.
+    void start(std::span<const Step> steps);
+    void stop();
     /// Returns when all steps are taken. False, with a message on standard error and with every event loop told to end,
     /// where one cannot be taken; false also where the application ends meanwhile.
     bool play(std::span<const Step> steps);
+
+signals:
+    /// All steps have been taken, or one could not be; not where they were stopped.
+    void ended(bool whole);
 
 protected:
     MainWindow &window() { return m_window; }
@@ -71,6 +82,7 @@ protected:
 private:
     void tick();
     bool act(const Step &step, QWidget &widget);
+    bool setSwitch(QWidget &widget, bool on);
     bool inject(QWidget &button);
     bool call(const QString &name);
     bool choose(const QString &entry);
@@ -86,7 +98,8 @@ private:
     int m_patienceMs = 15000;
     bool m_lenient = false;
     bool m_whole = false;
-    bool m_tried = false; // the current step, in vain
+    bool m_blocking = false; // inside play()
+    bool m_tried = false;    // the current step, in vain
     QTimer m_timer;
     QElapsedTimer m_waiting;
     QEventLoop m_loop;

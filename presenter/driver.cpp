@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "support/driver.h"
+#include "presenter/driver.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -75,6 +75,20 @@ bool openPage(const QWidget *window, const QString &title)
         for (int i = 0; book->isVisible() && i < book->count(); ++i) {
             if (book->tabText(i) == title) {
                 book->setCurrentIndex(i);
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+bool turnToPage(const QWidget *window, const QString &title)
+{
+    const auto books = window->findChildren<QTabWidget *>();
+    for (const QTabWidget *book : books) {
+        for (int i = 0; i < book->count(); ++i) {
+            if (book->tabText(i) == title) {
+                turnTo(book->widget(i));
                 return true;
             }
         }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "support/script.h"
+#include "presenter/script.h"
 
 #include "app/mainwindow.h"
-#include "support/driver.h"
+#include "link/commandchannel.h"
+#include "presenter/driver.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -49,22 +50,36 @@ void Player::setPatience(int milliseconds, bool lenient)
     m_lenient = lenient;
 }
 
-bool Player::play(std::span<const Step> steps)
+void Player::start(std::span<const Step> steps)
 {
     m_steps = steps;
     m_next = 0;
-    m_whole = steps.empty();
-    if (m_whole)
-        return true;
-    m_tried = false;
+    m_faults = -1;
+    m_whole = m_tried = false;
     m_timer.start(kTickMs);
+}
+
+void Player::stop()
+{
+    m_timer.stop();
+}
+
+bool Player::play(std::span<const Step> steps)
+{
+    if (steps.empty())
+        return true;
+    start(steps);
+    m_blocking = true;
     m_loop.exec();
+    m_blocking = false;
     m_timer.stop();
     return m_whole;
 }
 
 void Player::tick()
 {
+    if (m_next >= m_steps.size())
+        return end(true);
     const Step &step = m_steps[m_next];
     if (!perform(step)) {
         if (!std::exchange(m_tried, true))
@@ -86,6 +101,9 @@ void Player::end(bool whole)
 {
     m_timer.stop();
     m_whole = whole;
+    emit ended(whole);
+    if (!m_blocking)
+        return;
     if (whole)
         m_loop.quit();
     else
@@ -108,6 +126,11 @@ bool Player::perform(const Step &step)
     switch (step.act) {
     case Act::Open:
         return open(name);
+    case Act::Page:
+        return driver::turnToPage(&m_window, name);
+    case Act::Send:
+        sendCommand(name);
+        return true;
     case Act::Call:
         return call(name);
     case Act::Choose:
@@ -128,6 +151,8 @@ bool Player::act(const Step &step, QWidget &widget)
     case Act::Press:
         press(widget);
         return true;
+    case Act::Switch:
+        return setSwitch(widget, text == QLatin1String("on"));
     case Act::Inject:
         return inject(widget);
     case Act::Enter:
@@ -161,6 +186,14 @@ bool Player::open(const QString &title)
 void Player::press(QWidget &button)
 {
     QTimer::singleShot(0, &button, [&button] { qobject_cast<QAbstractButton *>(&button)->click(); });
+}
+
+bool Player::setSwitch(QWidget &widget, bool on)
+{
+    const QVariant is = widget.property("checked");
+    if (is.isValid() && is.toBool() != on)
+        QTimer::singleShot(0, &widget, [&widget] { driver::press(&widget); });
+    return is.isValid();
 }
 
 void Player::type(QWidget &field, const QString &text)
