@@ -58,12 +58,12 @@ QPalette lightPalette()
     return palette;
 }
 
-QFont programFont()
+QFont programFont(double scale)
 {
     QFont font;
     font.setFamilies({QStringLiteral("DejaVu Sans"), QStringLiteral("Noto Sans"), QStringLiteral("Liberation Sans"),
                       QStringLiteral("Sans Serif")});
-    font.setPointSize(9);
+    font.setPointSizeF(9 * scale);
     font.setWeight(QFont::Normal);
     font.setItalic(false);
     return font;
@@ -80,8 +80,8 @@ Application::Application(int &argc, char **argv, const QString &name) : QApplica
     applyLook();
 }
 
-void applyLook()
+void applyLook(double scale)
 {
     QApplication::setPalette(lightPalette());
-    QApplication::setFont(programFont());
+    QApplication::setFont(programFont(scale));
 }

@@ -13,4 +13,4 @@ public:
 };
 
 /// Gives the application its light palette and its font, where the desktop or a test has set others.
-void applyLook();
+void applyLook(double scale = 1);

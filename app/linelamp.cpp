@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/linelamp.h"
 
+#include "app/zoom.h"
+
 #include <QPainter>
 #include <QPainterPath>
 #include <QTextDocument>
@@ -8,9 +10,10 @@
 
 namespace {
 
-constexpr int kLamp = 14;
-constexpr int kGap = 6;
-constexpr int kMargin = 8;
+// Pixels at 100 %.
+constexpr int kLampPixels = 14;
+constexpr int kGapPixels = 6;
+constexpr int kMarginPixels = 8;
 constexpr int kWidestPort = 320;
 constexpr int kLeastPort = 60;
 
@@ -143,18 +146,22 @@ QFont LineLamp::wordFont() const
     return bold;
 }
 
+QSize LineLamp::sizeFor(int widestPort) const
+{
+    const int gap = zoomed(kGapPixels);
+    const int word = QFontMetrics(wordFont()).horizontalAdvance(m_word);
+    const int port = m_port.isEmpty() ? 0 : gap + qMin(widestPort, fontMetrics().horizontalAdvance(m_port) + 1);
+    return {zoomed(kLampPixels) + gap + word + port + 2 * zoomed(kMarginPixels), fontMetrics().height() + zoomed(8)};
+}
+
 QSize LineLamp::sizeHint() const
 {
-    const int word = QFontMetrics(wordFont()).horizontalAdvance(m_word);
-    const int port = m_port.isEmpty() ? 0 : kGap + qMin(kWidestPort, fontMetrics().horizontalAdvance(m_port) + 1);
-    return {kMargin + kLamp + kGap + word + port + kMargin, fontMetrics().height() + 8};
+    return sizeFor(zoomed(kWidestPort));
 }
 
 QSize LineLamp::minimumSizeHint() const
 {
-    const int word = QFontMetrics(wordFont()).horizontalAdvance(m_word);
-    const int port = m_port.isEmpty() ? 0 : kGap + qMin(kLeastPort, fontMetrics().horizontalAdvance(m_port) + 1);
-    return {kMargin + kLamp + kGap + word + port + kMargin, sizeHint().height()};
+    return sizeFor(zoomed(kLeastPort));
 }
 
 void LineLamp::paintEvent(QPaintEvent *)
@@ -166,12 +173,15 @@ void LineLamp::paintEvent(QPaintEvent *)
         painter.setBrush(underMouse() || isDown() ? QColor(kHover) : QColor(Qt::transparent));
         painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);
     }
-    paintLamp(painter, QRectF(kMargin, (height() - kLamp) / 2.0, kLamp, kLamp), m_state);
-    QRect place = rect().adjusted(kMargin + kLamp + kGap, 0, -kMargin, 0);
+    const int lamp = zoomed(kLampPixels);
+    const int gap = zoomed(kGapPixels);
+    const int margin = zoomed(kMarginPixels);
+    paintLamp(painter, QRectF(margin, (height() - lamp) / 2.0, lamp, lamp), m_state);
+    QRect place = rect().adjusted(margin + lamp + gap, 0, -margin, 0);
     painter.setPen(QColor(kInk));
     painter.setFont(wordFont());
     painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft, m_word);
-    place.setLeft(place.left() + painter.fontMetrics().horizontalAdvance(m_word) + kGap);
+    place.setLeft(place.left() + painter.fontMetrics().horizontalAdvance(m_word) + gap);
     painter.setFont(font());
     painter.setPen(QColor(kFaint));
     painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft,

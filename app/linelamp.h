@@ -29,6 +29,7 @@ protected:
 
 private:
     QFont wordFont() const;
+    QSize sizeFor(int widestPort) const;
 
     LineMonitor::State m_state = LineMonitor::State::Closed;
     QString m_word;

@@ -3,6 +3,7 @@
 
 #include "app/linelamp.h"
 #include "app/linerecorder.h"
+#include "app/zoom.h"
 
 #include <QGridLayout>
 #include <QGuiApplication>
@@ -67,17 +68,17 @@ QString portLine(const PortInfo &port)
 
 QIcon noIcon()
 {
-    QPixmap nothing(kLampSize, kLampSize);
+    QPixmap nothing(zoomed(kLampSize), zoomed(kLampSize));
     nothing.fill(Qt::transparent);
     return {nothing};
 }
 
 QIcon lampIcon(LineMonitor::State state)
 {
-    QPixmap picture(2 * kLampSize, 2 * kLampSize);
+    QPixmap picture(2 * zoomed(kLampSize), 2 * zoomed(kLampSize));
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
-    paintLamp(painter, QRectF(2, 2, 2 * kLampSize - 4, 2 * kLampSize - 4), state);
+    paintLamp(painter, QRectF(picture.rect()).adjusted(2, 2, -2, -2), state);
     QIcon icon(picture);
     icon.addPixmap(picture, QIcon::Selected);
     return icon;
@@ -95,7 +96,6 @@ LinePanel::LinePanel(const LineMonitor &monitor, QWidget *parent) : QFrame(paren
     large.setPointSize(11);
     large.setBold(true);
     m_state->setFont(large);
-    m_state->setContentsMargins(kLampSize + 8, 0, 0, 0); // the lamp is painted there
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(14, 12, 14, 14);
     layout->setSpacing(8);
@@ -120,11 +120,10 @@ QWidget *LinePanel::makePorts()
     m_list->setObjectName(QStringLiteral("linePorts"));
     m_list->setAccessibleName(QStringLiteral("Serial ports"));
     m_list->setFixedHeight(kListHeight);
-    m_list->setIconSize(QSize(kLampSize, kLampSize));
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->setStyleSheet(QStringLiteral(
         "QListWidget { border: 1px solid rgb(168,180,198); border-radius: 4px; background: white; padding: 2px; }"
-        "QListWidget::item { height: 24px; }"
+        "QListWidget::item { padding: 0.7ex 1px; }"
         "QListWidget::item:selected { background: rgb(26,102,204); color: white; border-radius: 3px; }"));
     m_use = new QPushButton(QStringLiteral("Use this port"));
     m_use->setObjectName(QStringLiteral("lineUsePort"));
@@ -218,7 +217,9 @@ QWidget *LinePanel::makeRecorder()
 void LinePanel::open(const QPoint &corner)
 {
     m_ports.clear();
+    m_state->setContentsMargins(zoomed(kLampSize + 8), 0, 0, 0); // the lamp is painted there
     m_list->clear();
+    m_list->setIconSize(QSize(zoomed(kLampSize), zoomed(kLampSize)));
     listPorts();
     showCounts();
     adjustSize();
@@ -310,6 +311,6 @@ void LinePanel::paintEvent(QPaintEvent *)
     painter.setPen(QColor(168, 180, 198));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
     const QRect title = m_state->geometry();
-    paintLamp(painter, QRectF(title.left(), title.center().y() - kLampSize / 2.0 + 1, kLampSize, kLampSize),
-              m_monitor.state());
+    const int lamp = zoomed(kLampSize);
+    paintLamp(painter, QRectF(title.left(), title.center().y() - lamp / 2.0 + 1, lamp, lamp), m_monitor.state());
 }

@@ -10,6 +10,7 @@
 #include "app/linerecorder.h"
 #include "app/linestatus.h"
 #include "app/textview.h"
+#include "app/zoom.h"
 #include "link/commandchannel.h"
 #include "link/serialline.h"
 #include "link/serialportconfig.h"
@@ -60,6 +61,7 @@ constexpr PageRequest pageRequests[] = {
 
 constexpr int kRequestGapMs = 50;
 constexpr int kSavedShownMs = 4000;
+constexpr int kZoomShownMs = 2000;
 
 // The board's text messages go to a page that nobody sees: the latest are enough.
 constexpr int kMaxMessages = 10'000;
@@ -71,10 +73,13 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_uniq
     loadResources();
     applyLook();
     accessibility::install();
+    m_zoom = new Zoom(*this);
     setupForm(*ui, *this);
     accessibility::prepare(*this, *ui);
     makePages();
     makeTimeLine();
+    connect(m_zoom, &Zoom::changed, this,
+            [this](int percent) { statusBar()->showMessage(QStringLiteral("Zoom: %1 %").arg(percent), kZoomShownMs); });
     m_recorder = new LineRecorder(*this);
     connect(m_recorder, &LineRecorder::saved, this, [this](const QString &path) {
         statusBar()->showMessage(QStringLiteral("Recording saved: ") + path, kSavedShownMs);
@@ -82,8 +87,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_uniq
     m_portDialog = std::make_unique<serialportconfig>();
     QFile sheet(QStringLiteral(":/images/my.qss"));
     if (sheet.open(QIODevice::ReadOnly))
-        qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
-    applyLook(); // the style sheet has let the desktop's fonts in again
+        m_zoom->dress(QString::fromUtf8(sheet.readAll()));
     makePresenter();
     init();
 }

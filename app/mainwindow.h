@@ -20,6 +20,7 @@
 class QLabel;
 class LineRecorder;
 class LineStatus;
+class Zoom;
 class consoleForm;
 class introduce;
 class serialportconfig;
@@ -242,6 +243,7 @@ private:
     std::unique_ptr<Ui::MainWindow> ui;
     std::unique_ptr<Pages, DeletePages> m_pages;
     std::unique_ptr<serialportconfig> m_portDialog;
+    Zoom *m_zoom = nullptr;
     LineRecorder *m_recorder = nullptr;
     QLabel *m_portState = nullptr;
     LineStatus *m_line = nullptr;

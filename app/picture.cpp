@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "app/picture.h"
 
+#include "app/zoom.h"
+
 #include <QPainter>
 #include <QPixmap>
 
 QSize Picture::minimumSizeHint() const
 {
-    return {60, 60};
+    return {zoomed(60), zoomed(60)};
 }
 
 void Picture::paintEvent(QPaintEvent *)
@@ -14,7 +16,8 @@ void Picture::paintEvent(QPaintEvent *)
     const QPixmap picture = pixmap(Qt::ReturnByValue);
     if (picture.isNull())
         return;
-    const QSize size = picture.size().scaled(contentsRect().size(), Qt::KeepAspectRatio).boundedTo(picture.size());
+    const QSize most(zoomed(picture.width()), zoomed(picture.height()));
+    const QSize size = picture.size().scaled(contentsRect().size(), Qt::KeepAspectRatio).boundedTo(most);
     const QRect place(contentsRect().center() - QPoint(size.width() / 2, size.height() / 2), size);
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);

@@ -23,6 +23,8 @@ bool hasScreen()
 
 void makeScrollable(QMainWindow &window)
 {
+    if (qobject_cast<QScrollArea *>(window.centralWidget()))
+        return;
     auto *area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
@@ -50,6 +52,26 @@ void fitWindow(QMainWindow &window, const QSize &room)
     window.resize(kSize.boundedTo(room));
     if (room.width() < kSize.width() || room.height() < kSize.height() + kTitleBar)
         window.setWindowState(Qt::WindowMaximized);
+}
+
+void keepOnScreen(QMainWindow &window)
+{
+    if (!hasScreen() || !window.isVisible())
+        return;
+    QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest); // its smallest size is then known
+    const QRect room = window.screen()->availableGeometry();
+    const QSize frame = window.frameGeometry().size() - window.size();
+    const QSize least = smallestSize(window) + frame;
+    if (least.width() > room.width() || least.height() > room.height())
+        makeScrollable(window);
+    if (window.isMaximized() || window.isFullScreen())
+        return;
+    window.resize(window.size().boundedTo(room.size() - frame));
+    QRect place = window.frameGeometry();
+    place.moveRight(qMin(place.right(), room.right()));
+    place.moveBottom(qMin(place.bottom(), room.bottom()));
+    place.moveTopLeft({qMax(place.left(), room.left()), qMax(place.top(), room.top())});
+    window.move(place.topLeft());
 }
 
 int runWorkbench(QApplication &application, const std::function<void(MainWindow &)> &shown)

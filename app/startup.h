@@ -17,3 +17,6 @@ int runWorkbench(QApplication &application, const std::function<void(MainWindow 
 /// smaller or has no place left for a title bar, the window will be maximised; where even its smallest size does not
 /// fit, its content scrolls.
 void fitWindow(QMainWindow &window, const QSize &room);
+
+/// Lets the content of a window scroll that has grown beyond its screen, and keeps the window within the screen.
+void keepOnScreen(QMainWindow &window);

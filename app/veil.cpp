@@ -27,14 +27,15 @@ protected:
     {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        QPainterPath triangle(QPointF(width() / 2.0, 1));
-        triangle.lineTo(width() - 1, height() - 1);
-        triangle.lineTo(1, height() - 1);
+        painter.scale(width() / (kSign + 4.0), height() / double(kSign));
+        QPainterPath triangle(QPointF(kSign / 2.0 + 2, 1));
+        triangle.lineTo(kSign + 3, kSign - 1);
+        triangle.lineTo(1, kSign - 1);
         triangle.closeSubpath();
         painter.fillPath(triangle, Qt::white);
         painter.setPen(QPen(QColor(176, 20, 36), 2.4, Qt::SolidLine, Qt::RoundCap));
-        painter.drawLine(QPointF(width() / 2.0, 7), QPointF(width() / 2.0, 11));
-        painter.drawPoint(QPointF(width() / 2.0, 14.6));
+        painter.drawLine(QPointF(kSign / 2.0 + 2, 7), QPointF(kSign / 2.0 + 2, 11));
+        painter.drawPoint(QPointF(kSign / 2.0 + 2, 14.6));
     }
 };
 
@@ -83,9 +84,9 @@ Band::Band(QMainWindow &window) : QToolBar(&window), m_trouble(new QLabel), m_re
     setMovable(false);
     setContextMenuPolicy(Qt::PreventContextMenu);
     toggleViewAction()->setVisible(false);
-    setStyleSheet(QStringLiteral(
-        "QToolBar { background: rgb(176,20,36); border: none; padding: 3px 6px; spacing: 8px; }"
-        "QLabel { color: white; font-size: 13px; } QLabel#bandTrouble { font: bold; font-size: 13px; }"));
+    setStyleSheet(
+        QStringLiteral("QToolBar { background: rgb(176,20,36); border: none; padding: 3px 6px; spacing: 8px; }"
+                       "QLabel { color: white; } QLabel#bandTrouble { font: bold; }"));
     m_trouble->setObjectName(QStringLiteral("bandTrouble"));
     m_trouble->setTextFormat(Qt::PlainText);
     m_remedy->setObjectName(QStringLiteral("bandRemedy"));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "help/introduce.h"
 
+#include "app/zoom.h"
+
 #include <QLabel>
 #include <QPixmap>
 
@@ -14,6 +16,7 @@ introduce::introduce(QWidget *parent) : QWidget(parent)
     picture->setGeometry(30, 50, 1200, 640);
     picture->setFixedSize(1200, 640);
     picture->setScaledContents(true);
+    keepUnzoomed(*picture);
     picture->setPixmap(QPixmap(QStringLiteral(":/images/SW.png")));
     picture->setAccessibleName(QStringLiteral("The window and its parts"));
 }
