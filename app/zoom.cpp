@@ -27,14 +27,22 @@ constexpr char kUnzoomed[] = "unzoomed";
 struct LayoutMeasures {
     QPointer<QLayout> layout;
     QMargins margins;
-    int horizontal, vertical; // spacing
+    int horizontal, vertical;   // spacing
+    QVector<int> rows, columns; // of a grid: their smallest sizes
 };
 
 LayoutMeasures measuresOf(QLayout *layout)
 {
-    if (const auto *grid = qobject_cast<const QGridLayout *>(layout))
-        return {layout, layout->contentsMargins(), grid->horizontalSpacing(), grid->verticalSpacing()};
-    return {layout, layout->contentsMargins(), layout->spacing(), layout->spacing()};
+    const auto *grid = qobject_cast<const QGridLayout *>(layout);
+    if (!grid)
+        return {layout, layout->contentsMargins(), layout->spacing(), layout->spacing(), {}, {}};
+    LayoutMeasures measures{layout, layout->contentsMargins(), grid->horizontalSpacing(), grid->verticalSpacing(), {},
+                            {}};
+    for (int row = 0; row < grid->rowCount(); ++row)
+        measures.rows.append(grid->rowMinimumHeight(row));
+    for (int column = 0; column < grid->columnCount(); ++column)
+        measures.columns.append(grid->columnMinimumWidth(column));
+    return measures;
 }
 
 void collect(QLayout *layout, std::vector<LayoutMeasures> &measures)
@@ -61,6 +69,10 @@ void apply(const LayoutMeasures &measures)
     if (auto *grid = qobject_cast<QGridLayout *>(measures.layout.data())) {
         grid->setHorizontalSpacing(zoomedSpacing(measures.horizontal));
         grid->setVerticalSpacing(zoomedSpacing(measures.vertical));
+        for (int row = 0; row < measures.rows.size(); ++row)
+            grid->setRowMinimumHeight(row, zoomed(measures.rows[row]));
+        for (int column = 0; column < measures.columns.size(); ++column)
+            grid->setColumnMinimumWidth(column, zoomed(measures.columns[column]));
     } else {
         measures.layout->setSpacing(zoomedSpacing(measures.horizontal));
     }
@@ -149,9 +161,9 @@ void Zoom::addKeys()
     };
     const Row rows[] = {
         {"Ctrl++", "Larger", [this] { in(); }},
-        {"Ctrl+=", "Larger", [this] { in(); }}, // the plus key of many keyboards, without Shift
+        {"Ctrl+=", "", [this] { in(); }}, // the plus key of many keyboards, without Shift
         {"Ctrl+-", "Smaller", [this] { out(); }},
-        {"Ctrl+0", "Normal size", [this] { set(100); }},
+        {"Ctrl+Shift+0", "Normal size", [this] { set(100); }}, // Ctrl+0 turns to the tenth page
     };
     for (const Row &row : rows) {
         auto *shortcut = new QShortcut(QKeySequence(QString::fromLatin1(row.keys)), &m_window);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How large the program is drawn: Ctrl and plus, minus or 0.
+// How large the program is drawn: Ctrl and plus or minus, Ctrl+Shift+0 for 100 %.
 //
 // Everything grows alike: the program's font and the widgets' own ones, the pixels of the style sheet, sizes, margins
 // and spacings, pictures. A widget's measures at 100 % are taken when it is polished, before the style sheet acts.
