@@ -3,6 +3,7 @@
 
 #include "app/accessibility.h"
 #include "app/display.h"
+#include "app/frameflash.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
 #include "modules/pages.h"
@@ -41,6 +42,7 @@ QString timeText(float time)
 FccuPage::FccuPage(const Ui::MainWindow &form, QWidget &window)
     : m_form(form),
       m_window(window),
+      m_flash(new FrameFlash(*form.groupBox_FCCU)),
       m_log(form.textBrowser_fccurecord),
       m_history(new FaultHistory(form.comboBox_FaultID))
 {
@@ -95,6 +97,7 @@ void FccuPage::addFaults()
 {
     m_history->append(std::exchange(m_newFaults, {}));
     m_form.comboBox_FaultID->setCurrentIndex(m_history->rowCount() - 1);
+    m_flash->flash();
 }
 
 void FccuPage::select(int row)

@@ -6,6 +6,7 @@
 #include "modules/faulthistory.h"
 #include "protocol/fccu.h"
 
+class FrameFlash;
 class QWidget;
 namespace Ui {
 class MainWindow;
@@ -32,6 +33,7 @@ private:
 
     const Ui::MainWindow &m_form;
     QWidget &m_window;
+    FrameFlash *const m_flash; // the panel's frame
     textview::Log m_log;
     QString m_announced;                      // the state that screen readers were told
     FaultHistory *const m_history;            // the selector's
