@@ -265,6 +265,47 @@ private slots:
         QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
     }
 
+    // One plan for all pages: the same part stands at the same place.
+    void theStripStandsStill_data()
+    {
+        QTest::addColumn<QStringList>("names");
+        QTest::newRow("fault records") << QStringList{"groupBox_cmu_faultRecord",  "groupBox_xbic_faultRecord",
+                                                      "groupBox_smpu_faultRecord", "groupBox_memu_faultRecord",
+                                                      "groupBox_PMC_faultRecord",  "groupBox_intcm_faultRecord",
+                                                      "groupBox_vg5k_faultRecord", "groupBox_spt_faultRecord"};
+        QTest::newRow("Get Fault") << QStringList{"pushButton_cmu_faultrecord_get",  "pushButton_xbic_faultrecord_get",
+                                                  "pushButton_smpu_faultrecord_get", "pushButton_memu_faultrecord_get",
+                                                  "pushButton_PMC_GetFault",         "pushButton_intcm_faultrecord_get",
+                                                  "pushButton_spt_faultrecord_get"};
+        QTest::newRow("Clear Fault") << QStringList{
+            "pushButton_cmu_faultstatus_clear",  "pushButton_xbic_faultstatus_clear",
+            "pushButton_smpu_faultstatus_clear", "pushButton_memu_faultstatus_clear",
+            "pushButton_PMC_ClearFault",         "pushButton_intcm_faultstatus_clear",
+            "pushButton_spt_faultstatus_clear"};
+        QTest::newRow("fault injection") << QStringList{
+            "groupBox_cmu_faults",   "groupBox_xbic_inject", "groupBox_smpu_faults",    "groupBox_PMC_inject",
+            "groupBox_intcm_inject", "groupBox_swt_inject",  "groupBox_spt_errorInject"};
+    }
+
+    void theStripStandsStill()
+    {
+        QFETCH(QStringList, names);
+        zoom().set(100);
+        for (const QSize &size : {QSize(1100, 700), QSize(1440, 900), QSize(1920, 1080)}) {
+            m_bench.window().resize(size);
+            QRect first;
+            for (const QString &name : names) {
+                auto *part = m_bench.find<QWidget>(name.toLatin1().constData());
+                m_bench.turnTo(part);
+                QApplication::processEvents();
+                const QRect place(part->mapTo(&m_bench.window(), QPoint(0, 0)), part->size());
+                if (first.isNull())
+                    first = place;
+                QVERIFY2(place == first, qPrintable(name));
+            }
+        }
+    }
+
     void keysZoom()
     {
         zoom().set(100);
