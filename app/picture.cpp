@@ -11,15 +11,20 @@ QSize Picture::minimumSizeHint() const
     return {zoomed(60), zoomed(60)};
 }
 
+QRect Picture::place() const
+{
+    const QSize full = pixmap(Qt::ReturnByValue).size();
+    const QSize most(zoomed(full.width()), zoomed(full.height()));
+    const QSize size = full.scaled(contentsRect().size(), Qt::KeepAspectRatio).boundedTo(most);
+    return {contentsRect().center() - QPoint(size.width() / 2, size.height() / 2), size};
+}
+
 void Picture::paintEvent(QPaintEvent *)
 {
     const QPixmap picture = pixmap(Qt::ReturnByValue);
     if (picture.isNull())
         return;
-    const QSize most(zoomed(picture.width()), zoomed(picture.height()));
-    const QSize size = picture.size().scaled(contentsRect().size(), Qt::KeepAspectRatio).boundedTo(most);
-    const QRect place(contentsRect().center() - QPoint(size.width() / 2, size.height() / 2), size);
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(place, picture);
+    painter.drawPixmap(place(), picture);
 }

@@ -12,6 +12,8 @@ public:
     using QLabel::QLabel;
 
     QSize minimumSizeHint() const override;
+    /// Where the picture is drawn.
+    QRect place() const;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -57,6 +57,7 @@ void MainWindow::GUI_Introduce()
     m_introduction->setAttribute(Qt::WA_DeleteOnClose);
     m_introduction->setAttribute(Qt::WA_QuitOnClose, false);
     m_introduction->show();
+    m_introduction->centreOn(*this);
 }
 
 void MainWindow::GUI_About()

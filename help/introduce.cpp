@@ -5,6 +5,7 @@
 
 #include <QLabel>
 #include <QPixmap>
+#include <QScreen>
 
 introduce::introduce(QWidget *parent) : QWidget(parent)
 {
@@ -19,4 +20,12 @@ introduce::introduce(QWidget *parent) : QWidget(parent)
     keepUnzoomed(*picture);
     picture->setPixmap(QPixmap(QStringLiteral(":/images/SW.png")));
     picture->setAccessibleName(QStringLiteral("The window and its parts"));
+}
+
+void introduce::centreOn(const QWidget &window)
+{
+    QRect place = frameGeometry();
+    place.moveCenter(window.frameGeometry().center());
+    const QPoint least = window.screen()->availableGeometry().topLeft();
+    move(qMax(place.left(), least.x()), qMax(place.top(), least.y()));
 }

@@ -10,4 +10,7 @@ class introduce : public QWidget
 
 public:
     explicit introduce(QWidget *parent = nullptr);
+
+    /// Moves it over the middle of another window, with its upper left corner on the screen.
+    void centreOn(const QWidget &window);
 };

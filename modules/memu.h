@@ -4,6 +4,7 @@
 
 #include "protocol/memu.h"
 
+class FaultLayer;
 namespace Ui {
 class MainWindow;
 }
@@ -11,7 +12,7 @@ class MainWindow;
 class MemuPage
 {
 public:
-    explicit MemuPage(const Ui::MainWindow &form) : m_form(form) {}
+    explicit MemuPage(const Ui::MainWindow &form);
 
     // Send what is typed as typed; without a selection nothing.
     void injectFlash();
@@ -23,5 +24,6 @@ public:
 
 private:
     const Ui::MainWindow &m_form;
+    FaultLayer *const m_layer; // of the picture
     protocol::memu::FaultRecord m_faults = {};
 };

@@ -2,6 +2,7 @@
 #include "modules/smpu.h"
 
 #include "app/display.h"
+#include "app/faultlayer.h"
 #include "app/indicators.h"
 #include "app/mainwindow.h"
 #include "app/textview.h"
@@ -83,19 +84,62 @@ void showRow(const Form &form, const Row &row, const smpu::Region &region)
     display::text(form.*row.cache, region.cacheInhibit ? QStringLiteral("Inhibit") : QStringLiteral("Enable"));
 }
 
+bool forbids(const smpu::Region &region, const smpu::Fault &fault)
+{
+    const int needed = fault.write ? smpu::WriteOnly : smpu::ReadOnly;
+    return fault.master < smpu::kCoreCount && region.start <= fault.address && fault.address <= region.end
+        && !(region.rights[fault.master] & needed);
+}
+
+// The right that is missing, and the region's limits.
+void markRow(FaultLayer::Marks &marks, const FaultLayer &layer, const Form &form, const Row &row,
+             const smpu::Fault &fault, int number)
+{
+    const QRectF limits = layer.place(*(form.*row.start)).united(layer.place(*(form.*row.end)));
+    const QRectF right = layer.place(*(form.*row.rights[fault.master]));
+    marks.push_back({limits, {}, {}});
+    marks.push_back({right, {}, QStringLiteral("Fault %1").arg(number)});
+}
+
 } // namespace
+
+SmpuPage::SmpuPage(const Form &form) : m_form(form), m_layer(new FaultLayer(*form.tabWidgetPage3)) {}
 
 void SmpuPage::show(const smpu::Region &region)
 {
     for (const Row &row : rows) {
-        if (row.selector == region.selector)
-            showRow(m_form, row, region);
+        if (row.selector != region.selector)
+            continue;
+        showRow(m_form, row, region);
+        m_regions[region.selector] = region;
+        markFaults();
     }
 }
 
 void SmpuPage::show(const smpu::FaultRecord &record)
 {
     textview::show(m_form.textEdit_smpuFaultRecord, smpu::describe(record));
+    m_faults = record;
+    markFaults();
+}
+
+void SmpuPage::markFaults()
+{
+    if (m_faults.faults.empty())
+        return m_layer->show(nullptr);
+    m_layer->show([this] {
+        FaultLayer::Marks marks;
+        int number = 0;
+        for (const smpu::Fault &fault : m_faults.faults) {
+            ++number;
+            for (const Row &row : rows) {
+                const auto region = m_regions.find(row.selector);
+                if (region != m_regions.end() && forbids(region->second, fault))
+                    markRow(marks, *m_layer, m_form, row, fault, number);
+            }
+        }
+        return marks;
+    });
 }
 
 // clang-format off

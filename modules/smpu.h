@@ -4,6 +4,9 @@
 
 #include "protocol/smpu.h"
 
+#include <map>
+
+class FaultLayer;
 namespace Ui {
 class MainWindow;
 }
@@ -11,12 +14,17 @@ class MainWindow;
 class SmpuPage
 {
 public:
-    explicit SmpuPage(const Ui::MainWindow &form) : m_form(form) {}
+    explicit SmpuPage(const Ui::MainWindow &form);
 
     /// Regions without a row change nothing.
     void show(const protocol::smpu::Region &region);
     void show(const protocol::smpu::FaultRecord &record);
 
 private:
+    void markFaults();
+
     const Ui::MainWindow &m_form;
+    FaultLayer *const m_layer;
+    protocol::smpu::FaultRecord m_faults = {};
+    std::map<quint8, protocol::smpu::Region> m_regions; // by selector, those with a row
 };

@@ -4,6 +4,7 @@
 
 #include "protocol/spt.h"
 
+class FaultLayer;
 namespace Ui {
 class MainWindow;
 }
@@ -11,11 +12,20 @@ class MainWindow;
 class SptPage
 {
 public:
-    explicit SptPage(const Ui::MainWindow &form) : m_form(form) {}
+    explicit SptPage(const Ui::MainWindow &form);
+
+    // Ask for a fault in one of the accelerator's memories; the drawing shows it once the record holds one.
+    void injectOperands();
+    void injectTwiddles();
+    void clearFaults();
 
     void show(const protocol::spt::FrameCount &frames);
     void show(const protocol::spt::FaultRecord &record);
 
 private:
     const Ui::MainWindow &m_form;
+    FaultLayer *const m_layer;
+    bool m_operands = false; // a fault was injected since the record was empty
+    bool m_twiddles = false;
+    bool m_faulty = false; // the record is not empty
 };

@@ -301,7 +301,13 @@ private slots:
                 const QRect place(part->mapTo(&m_bench.window(), QPoint(0, 0)), part->size());
                 if (first.isNull())
                     first = place;
-                QVERIFY2(place == first, qPrintable(name));
+                QVERIFY2(place == first,
+                         qPrintable(QStringLiteral("%1 at %2,%3, not %4,%5")
+                                        .arg(name)
+                                        .arg(place.x())
+                                        .arg(place.y())
+                                        .arg(first.x())
+                                        .arg(first.y())));
             }
         }
     }
