@@ -161,7 +161,7 @@ void Zoom::addKeys()
     };
     const Row rows[] = {
         {"Ctrl++", "Larger", [this] { in(); }},
-        {"Ctrl+=", "", [this] { in(); }}, // the plus key of many keyboards, without Shift
+        {"Ctrl+=", "Larger, without Shift", [this] { in(); }}, // the plus key of many keyboards, without Shift
         {"Ctrl+-", "Smaller", [this] { out(); }},
         {"Ctrl+Shift+0", "Normal size", [this] { set(100); }}, // Ctrl+0 turns to the tenth page
     };
