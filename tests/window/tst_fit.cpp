@@ -265,7 +265,8 @@ private slots:
         QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
     }
 
-    // One plan for all pages: the same part stands at the same place.
+    // One plan for all pages: the same part stands at the same place, but for two pixels where another one spans two
+    // columns, whose shares are rounded otherwise.
     void theStripStandsStill_data()
     {
         QTest::addColumn<QStringList>("names");
@@ -301,9 +302,8 @@ private slots:
                 const QRect place(part->mapTo(&m_bench.window(), QPoint(0, 0)), part->size());
                 if (first.isNull())
                     first = place;
-                const QPoint off =
-                    place.topLeft() - first.topLeft(); // where a part spans two columns, shares round otherwise
-                QVERIFY2(off.manhattanLength() <= 1,
+                const QPoint off = place.topLeft() - first.topLeft();
+                QVERIFY2(off.manhattanLength() <= 2,
                          qPrintable(QStringLiteral("%1 at %2,%3, not %4,%5")
                                         .arg(name)
                                         .arg(place.x())
