@@ -59,8 +59,11 @@ bool isAsWanted(const Field &field, const QVariant &wanted)
 
 QString textOfValue(const QVariant &value)
 {
-    if (value.type() == QVariant::LongLong && value.toLongLong() > kLargestPlain)
+    const bool isWhole = value.type() == QVariant::LongLong || value.type() == QVariant::UInt;
+    if (isWhole && value.toLongLong() > kLargestPlain)
         return QStringLiteral("0x%1").arg(QString::number(value.toLongLong(), 16).toUpper());
+    if (value.type() == QVariant::ByteArray)
+        return QString::fromLatin1(value.toByteArray().toHex());
     if (value.type() != QVariant::List)
         return value.toString();
     QStringList numbers;
@@ -152,12 +155,9 @@ QString insteadText(const Observation &observation, const Wanted &wanted)
     for (const auto &[name, value] : wanted.fields) {
         const Field *field = fieldOf(fields, name);
         if (!field)
-            parts.append(QStringLiteral("no %1").arg(name));
-        else if (!isAsWanted(*field, value))
-            parts.append(QStringLiteral("%1 %2").arg(name,
-                                                     field->value.type() == QVariant::ByteArray
-                                                         ? QString::fromLatin1(field->value.toByteArray().toHex())
-                                                         : textOfValue(field->value)));
+            return QStringLiteral("that there is none"); // a record without entries
+        if (!isAsWanted(*field, value))
+            parts.append(QStringLiteral("%1 %2").arg(name, textOfValue(field->value)));
     }
     return parts.join(QLatin1String(", "));
 }

@@ -5,12 +5,6 @@
 
 namespace campaign {
 
-const Finding &CaseResult::decisive() const
-{
-    const auto found = std::ranges::find_if(runs, [this](const Finding &run) { return run.verdict == verdict; });
-    return found == runs.end() ? runs.front() : *found;
-}
-
 int passedOf(const Plan &plan, const Outcome &outcome)
 {
     return static_cast<int>(std::ranges::count_if(outcome.results, [&plan](const CaseResult &result) {

@@ -9,10 +9,10 @@ namespace campaign {
 struct CaseResult {
     std::size_t number = 0; // place in Plan::cases
     Verdict verdict = Verdict::Invalid;
-    std::vector<Finding> runs; // one per repeat
+    std::vector<Finding> runs; // one per repeat, up to the first that is not as expected
 
     /// The run that gave the case its verdict.
-    const Finding &decisive() const;
+    const Finding &decisive() const { return runs.back(); }
 };
 
 struct Outcome {

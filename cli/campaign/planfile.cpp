@@ -85,14 +85,14 @@ public:
     }
     QString needed(const char *key)
     {
-        const QString value = text(key);
+        QString value = text(key);
         if (value.isEmpty())
             wrong(key, QStringLiteral("%1 is missing").arg(QLatin1String(key)));
         return value;
     }
     QString command(const char *key)
     {
-        const QString line = text(key);
+        QString line = text(key);
         if (!isCommandLine(line))
             wrong(key, QStringLiteral("a command is one line of Latin-1"));
         return line;

@@ -220,7 +220,7 @@ bool Runner::runCase(std::size_t number)
     const Case &tried = m_plan.cases[number];
     CaseResult result{number, wantedFor(tried.control), {}};
     bool goesOn = true;
-    for (int i = 0; i < tried.repeat && goesOn; ++i) {
+    for (int i = 0; i < tried.repeat && goesOn && isAsExpected(tried, result.verdict); ++i) {
         m_board.mark(tried.repeat > 1 ? QStringLiteral("%1 run %2").arg(tried.id).arg(i + 1) : tried.id);
         Finding finding;
         goesOn = runOnce(tried, finding);
@@ -228,7 +228,7 @@ bool Runner::runCase(std::size_t number)
             finding = {Verdict::Invalid, QStringLiteral("the campaign ended in this case"), {}, {}, {}, {}, 0, 0, 0};
         if (tried.control)
             checkControl(tried, finding);
-        result.verdict = worse(tried, result.verdict, finding.verdict);
+        result.verdict = finding.verdict;
         result.runs.push_back(std::move(finding));
     }
     m_outcome.results.push_back(std::move(result));
@@ -250,7 +250,7 @@ int Runner::endedEarly()
 
 int Runner::run(std::vector<std::size_t> order, bool failFast)
 {
-    std::ranges::stable_partition(order, [this](std::size_t number) {
+    std::stable_partition(order.begin(), order.end(), [this](std::size_t number) {
         const Case &tried = m_plan.cases[number];
         return !tried.control || tried.effect;
     });

@@ -21,22 +21,6 @@ constexpr std::array<std::array<const char *, names.size()>, kinds.size()> words
 }};
 // clang-format on
 
-int weight(const Case &judged, Verdict verdict)
-{
-    if (isAsExpected(judged, verdict))
-        return 0;
-    switch (verdict) {
-    case Verdict::Invalid:
-        return 1;
-    case Verdict::Late:
-        return 2;
-    case Verdict::WrongMechanism:
-        return 3;
-    default:
-        return 4;
-    }
-}
-
 const FaultEvent &eventOf(const Seen &seen)
 {
     return std::get<FaultEvent>(seen.report);
@@ -58,10 +42,12 @@ std::optional<double> timeOf(const protocol::Report &report)
 class Judgement
 {
 public:
-    Judgement(const Case &judged, const Observation &observation) : m_case(judged), m_seen(observation)
+    Judgement(const Case &judged, const Observation &observation)
+        : m_case(judged),
+          m_seen(observation),
+          m_faults(observation.named(QStringLiteral("fault")))
     {
         m_finding.sentPacket = observation.sentPacket;
-        m_faults = observation.named(QStringLiteral("fault"));
     }
 
     Finding control();
@@ -180,15 +166,15 @@ void Judgement::lookAtReports()
         const QString instead = insteadText(m_seen, wanted);
         if (!found)
             deviates(QLatin1String(kind) + QLatin1Char(' ') + wanted.report,
-                     instead.isEmpty() ? what : QStringLiteral("%1 (it says %2)").arg(what, instead));
+                     instead.isEmpty() ? what : QStringLiteral("%1; it says %2").arg(what, instead));
     };
     if (const Wanted &record = m_case.expect.record) {
         const Seen *found = find(m_seen, record);
         m_something = m_something || found;
-        look(record, found, "record", QStringLiteral("not recorded as %1").arg(wantedText(record)));
+        look(record, found, "record", QStringLiteral("not recorded: %1").arg(wantedText(record)));
     }
     for (const Wanted &wanted : m_case.expect.reports)
-        look(wanted, find(m_seen, wanted), "report", QStringLiteral("no report %1").arg(wantedText(wanted)));
+        look(wanted, find(m_seen, wanted), "report", QStringLiteral("expected %1").arg(wantedText(wanted)));
     if (const Wanted &changed = m_case.expect.changed)
         look(changed, findChange(m_seen, m_case.expect), "change",
              QStringLiteral("%1 of %2 stands").arg(m_case.expect.changedField, wantedText(changed)));
@@ -266,8 +252,8 @@ bool Judgement::tookEffect()
         return true;
     const QString instead = insteadText(m_seen, m_case.effect);
     deviates(QStringLiteral("no effect"),
-             QStringLiteral("the injection did not take effect: no report %1").arg(wantedText(m_case.effect))
-                 + (instead.isEmpty() ? QString() : QStringLiteral(" (it says %1)").arg(instead)));
+             QStringLiteral("the injection did not take effect: expected %1").arg(wantedText(m_case.effect))
+                 + (instead.isEmpty() ? QString() : QStringLiteral("; it says %1").arg(instead)));
     return false;
 }
 
@@ -326,11 +312,6 @@ QString wordsOf(Kind kind, Verdict verdict)
 QString nameOf(Kind kind)
 {
     return QLatin1String(kinds[static_cast<std::size_t>(kind)]);
-}
-
-Verdict worse(const Case &judged, Verdict one, Verdict other)
-{
-    return weight(judged, one) >= weight(judged, other) ? one : other;
 }
 
 bool hasReacted(const Case &judged, const Observation &observation)

@@ -32,9 +32,6 @@ inline bool isAsExpected(const Case &judged, Verdict verdict)
     return verdict == wantedFor(judged.control);
 }
 
-/// Of two verdicts the one that weighs more: undetected, wrong mechanism, late, invalid, as expected.
-Verdict worse(const Case &judged, Verdict one, Verdict other);
-
 /// "wrong mechanism", the same for all cases: for machines and for summaries.
 QString nameOf(Verdict verdict);
 /// What the verdict means for this kind of case: a check has an answer, a control goes unnoticed.

@@ -75,14 +75,14 @@ Plan shipped(const char *name, int repeat = 0)
     return plan;
 }
 
-Outcome outcomeOf(const Plan &plan, std::unique_ptr<Transport> board)
+Outcome outcomeOf(const Plan &plan, std::unique_ptr<Transport> board, bool failFast = false)
 {
     const Settings settings;
     Conversation conversation(settings, Way{std::move(board), {}, 0});
     Runner runner(conversation, plan);
     std::vector<std::size_t> order(plan.cases.size());
     std::iota(order.begin(), order.end(), 0U);
-    runner.run(order, false);
+    runner.run(order, failFast);
     return runner.outcome();
 }
 
@@ -193,6 +193,7 @@ private slots:
     void badCableIsNeverTheBoardsFault_data();
     void badCableIsNeverTheBoardsFault();
     void sameSeedSameReport();
+    void failFastEndsTheCampaign();
     void silentBoardEndsTheCampaign();
     void viewsAgree();
     void pageStandsAlone();
@@ -336,6 +337,15 @@ void TestCampaign::sameSeedSameReport()
     QVERIFY(report(2) != first);
 }
 
+void TestCampaign::failFastEndsTheCampaign()
+{
+    const Plan plan = shipped("smoke.toml");
+    const Outcome outcome =
+        outcomeOf(plan, std::make_unique<BoardInside>(QStringLiteral("crossbar-checker-mute")), true);
+    QCOMPARE(outcome.results.size(), std::size_t{2});
+    QVERIFY(!outcome.endedBy.isEmpty());
+}
+
 void TestCampaign::silentBoardEndsTheCampaign()
 {
     const Plan plan = shipped("smoke.toml");
@@ -353,7 +363,7 @@ void TestCampaign::viewsAgree()
         const char *defect, *element, *message;
     } tried[] = {
         {"crossbar-checker-mute", "error", "time-out: undetected: fault 47 was not reported"},
-        {"alarm-without-record", "failure", "wrong mechanism: not recorded as"},
+        {"alarm-without-record", "failure", "wrong mechanism: not recorded: "},
         {"watchdog-late", "failure", "detected late: detected after 400000"},
     };
     for (const auto &[defect, element, message] : tried) {

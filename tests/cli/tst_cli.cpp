@@ -77,6 +77,7 @@ private slots:
     void silentBoardIsNoAnswer();
     void unpluggedIsSaid();
     void interruptedIsNoSuccess();
+    void interruptedCampaignReports();
     void faultsAreCaughtOrNot();
     void sharedPort();
 
@@ -148,6 +149,10 @@ void TestCli::usage_data()
     row("inject crc 1 --virtual", 2, "nothing can be injected into crc");
     row("decode no-such-file", 2, "no-such-file: No such file or directory");
     row("decode /dev/null", 2, "not a recording: no header at byte 0");
+    row("campaign no-such-file --virtual", 2, "no-such-file: No such file or directory");
+    row("campaign " CAMPAIGNS "/smoke.toml --only xyz --virtual", 2, "no case is called \"xyz\"");
+    row("campaign " CAMPAIGNS "/smoke.toml --report /dev/null/x --virtual", 2, "/dev/null/x: cannot be made a folder");
+    row("campaign " CAMPAIGNS "/smoke.toml --port no-such-port", 3, "no such device");
     row("status --port no-such-port", 3, "no such device");
     row("status --tcp 127.0.0.1:1", 3, "127.0.0.1:1: Connection refused");
 }
@@ -236,6 +241,20 @@ void TestCli::interruptedIsNoSuccess()
         kill(static_cast<pid_t>(m_process.processId()), number);
         QCOMPARE(done().code, 130);
     }
+}
+
+// What was run is reported, and the exit code says that it was not all.
+void TestCli::interruptedCampaignReports()
+{
+    start({QStringLiteral("campaign"), QStringLiteral(CAMPAIGNS "/all.toml"), QStringLiteral("--virtual"),
+           QStringLiteral("--json"), QStringLiteral("--report"), path("campaign")});
+    QTRY_VERIFY_WITH_TIMEOUT(m_process.bytesAvailable() > 0, kPatienceMs);
+    kill(static_cast<pid_t>(m_process.processId()), SIGINT);
+    const Run result = done();
+    QCOMPARE(result.code, 130);
+    QVERIFY2(result.out.contains(QLatin1String("\"kind\":\"campaign\"")), qPrintable(result.out));
+    const QByteArray report = fileBytes(m_folder.filePath(QStringLiteral("campaign/report.json")));
+    QVERIFY2(report.contains("\"ended_by\": \"interrupted\""), report.constData());
 }
 
 void TestCli::faultsAreCaughtOrNot()

@@ -69,6 +69,9 @@ for program in safety-workbench-cli safety-workbench-demo virtual-board; do
         || fail "$program: options of --help (<) and of the man page (>)"
 done
 
+"$root/usr/bin/safety-workbench-cli" campaign "$data/campaigns/smoke.toml" --only crc-32 --virtual >/dev/null 2>&1 \
+    || fail "the installed tool does not run the installed campaign"
+
 checked desktop-file-validate "$desktop" "$demonstration"
 checked appstreamcli validate --no-net "$metadata"
 for page in "$share"/man/man1/*.gz; do
