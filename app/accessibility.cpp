@@ -203,6 +203,9 @@ void setNames(const Ui::MainWindow &form)
 {
     // clang-format off
     const Name rows[] = {
+        {form.tabWidget_function, "Modules"},
+        {form.tabWidget_safety, "Safety mechanisms"},
+        {form.tabWidget_security, "Security functions"},
         {form.pushButton_freqlim_set, "Set the limits"},
         {form.pushButton_memu_inject, "Inject into FLASH"},
         {form.pushButton_memu_inject_2, "Inject into PRAM"},
@@ -245,6 +248,28 @@ void setNames(const Ui::MainWindow &form)
         row.widget->setAccessibleName(QString::fromLatin1(row.name));
 }
 
+QString titleOf(const QTabWidget *book, const QWidget *part)
+{
+    for (int i = 0; i < book->count(); ++i) {
+        if (book->widget(i)->isAncestorOf(part))
+            return book->tabText(i);
+    }
+    return {};
+}
+
+// "Get Fault" stands on nine pages: "Get Fault, CMU".
+void nameByPage(const QTabWidget *book)
+{
+    QHash<QString, int> captions;
+    const auto buttons = book->findChildren<QPushButton *>();
+    for (const QPushButton *button : buttons)
+        ++captions[button->text()];
+    for (QPushButton *button : buttons) {
+        if (button->accessibleName().isEmpty() && captions.value(button->text()) > 1)
+            button->setAccessibleName(button->text() + QLatin1String(", ") + titleOf(book, button));
+    }
+}
+
 } // namespace
 
 void install()
@@ -264,9 +289,12 @@ void prepare(QWidget &window, const Ui::MainWindow &form)
     forgetUnfinished(window);
     setCaptions(form);
     setNames(form);
+    for (const QTabWidget *book : {form.tabWidget_safety, form.tabWidget_security})
+        nameByPage(book);
     form.label_FCCU_status->setProperty(kAlerts, true);
     for (QTabWidget *book : {form.tabWidget_function, form.tabWidget_safety, form.tabWidget_security})
         QObject::connect(book, &QTabWidget::currentChanged, book, tellMissed);
+    missed.clear();
 }
 
 void valueChanged(QWidget *widget)

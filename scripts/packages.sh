@@ -4,7 +4,8 @@
 build_packages=(cmake ninja-build g++ ccache qtbase5-dev libqt5serialport5-dev libqt5svg5-dev libssl-dev libboost-dev
     libtomlplusplus-dev pandoc weasyprint fonts-dejavu-core fonts-dejavu-extra fonts-noto-cjk)
 lab_packages=(python3-labgrid python3-pytest python3-pytest-xdist ser2net)
-test_packages=(libbenchmark-dev librapidcheck-dev tshark ser2net python3 python3-jsonschema "${lab_packages[@]}")
+test_packages=(libbenchmark-dev librapidcheck-dev tshark ser2net python3 python3-jsonschema
+    python3-pyatspi at-spi2-core dbus x11-utils xvfb xauth "${lab_packages[@]}")
 run_packages=(xvfb xauth fonts-dejavu-core fonts-liberation fonts-noto-cjk)
 
 # need_packages NAME...: quick and silent if all are installed; uses sudo only if not root.
