@@ -4,11 +4,15 @@
 #include "app/mainwindow.h"
 #include "demo/recorder.h"
 #include "demo/stage.h"
+#include "demo/subtitles.h"
 #include "demo/tutorialscript.h"
 #include "link/commandchannel.h"
 #include "presenter/driver.h"
 
+#include <QElapsedTimer>
+#include <QFile>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QTabBar>
 #include <QTextStream>
 
@@ -20,9 +24,10 @@ using script::Act;
 using script::Step;
 using tutorial::Chapter;
 
-constexpr int kCardMs = 6000;
-constexpr int kReadMs = 1300; // to find the caption; then so much a character
-constexpr int kReadMsPerCharacter = 46;
+constexpr QSize kWindow(1920, 900); // with the captions beneath it 16:9
+constexpr int kCardMs = 5000;
+constexpr int kReadMs = 1100; // to find the caption; then so much a character
+constexpr int kReadMsPerCharacter = 38;
 constexpr int kAfterMs = 700;
 constexpr int kKeyMs = 120;
 
@@ -34,6 +39,10 @@ public:
 
     QSize size() const { return m_stage.size(); }
     bool playAll();
+    /// From now on the video runs.
+    void startClock() { m_clock.start(); }
+    /// Subtitles and chapters beside the video. False where they cannot be written.
+    bool writeBeside(const QString &video);
 
 private:
     bool play(const Chapter &chapter, const QString &heading);
@@ -46,7 +55,11 @@ private:
     void read() { delayMs(kReadMs + kReadMsPerCharacter * m_caption.size()); }
     QString detectionTime() { return window().findChild<QLineEdit *>(QString::fromLatin1(tutorial::kTime))->text(); }
 
+    void showCard(const QString &title, const QStringList &lines, int ms);
+
     Stage m_stage;
+    Subtitles m_subtitles;
+    QElapsedTimer m_clock;
     QString m_heading;
     QString m_caption;
     const Step *m_introduced = nullptr;
@@ -54,32 +67,59 @@ private:
 
 bool Narrator::playAll()
 {
-    m_stage.showCard(QStringLiteral("Safety Workbench"),
-                     {QStringLiteral("A tour of five faults"),
-                      {},
-                      QStringLiteral("How the microcontroller QM7D305 notices that something is wrong,"),
-                      QStringLiteral("and what this window shows of it.")});
-    delayMs(kCardMs);
-    m_stage.hideCard();
+    showCard(QStringLiteral("Safety Workbench"),
+             {QStringLiteral("A tour of five faults and two protections"),
+              {},
+              QStringLiteral("How the microcontroller QM7D305 notices that something is wrong,"),
+              QStringLiteral("and what this window shows of it.")},
+             kCardMs);
     if (!play(tutorial::prologue, QString::fromUtf8(tutorial::prologue.title)))
         return false;
     QStringList caught;
     for (const Chapter &chapter : tutorial::chapters) {
         const QString title = QString::fromUtf8(chapter.title);
-        if (!play(chapter, QStringLiteral("%1 of 5\n%2").arg(caught.size() + 1).arg(title)))
+        if (!play(chapter, QStringLiteral("%1 of 7\n%2").arg(caught.size() + 1).arg(title)))
             return false;
         caught << QStringLiteral("%1:  %2,  %3 µs").arg(title, QString::fromUtf8(chapter.catcher), detectionTime());
     }
-    m_stage.showCard(
-        QStringLiteral("Five faults, all caught"),
-        caught + QStringList{{}, QStringLiteral("Every page has more to try. Help > Manual explains them all.")});
-    delayMs(kCardMs + kCardMs / 2);
+    int number = caught.size();
+    for (const Chapter &chapter : tutorial::securityChapters) {
+        const QString title = QString::fromUtf8(chapter.title);
+        if (!play(chapter, QStringLiteral("%1 of 7\n%2").arg(++number).arg(title)))
+            return false;
+    }
+    showCard(QStringLiteral("Five faults, all caught"),
+             caught + QStringList{{}, QStringLiteral("Every page has more to try. Help > Manual explains them all.")},
+             kCardMs + kCardMs / 2);
     return true;
+}
+
+void Narrator::showCard(const QString &title, const QStringList &lines, int ms)
+{
+    m_subtitles.beginChapter(m_clock.elapsed(), title);
+    m_subtitles.say(m_clock.elapsed(),
+                    title + QLatin1Char('\n')
+                        + QStringList(lines).filter(QRegularExpression(".")).join(QLatin1Char('\n')));
+    m_stage.showCard(title, lines);
+    delayMs(ms);
+    m_stage.hideCard();
+}
+
+bool Narrator::writeBeside(const QString &video)
+{
+    m_subtitles.end(m_clock.elapsed());
+    const auto write = [](const QString &path, const QByteArray &bytes) {
+        QFile file(path);
+        return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+    };
+    return write(video + QStringLiteral(".srt"), m_subtitles.srt())
+        && write(video + QStringLiteral(".chapters"), m_subtitles.chapters());
 }
 
 bool Narrator::play(const Chapter &chapter, const QString &heading)
 {
     m_heading = heading;
+    m_subtitles.beginChapter(m_clock.elapsed(), QString::fromUtf8(chapter.title));
     return Player::play(chapter.steps);
 }
 
@@ -119,6 +159,7 @@ void Narrator::say(const Step &step)
     m_caption = QString::fromUtf8(step.caption);
     if (m_caption.contains(QLatin1String("%1")))
         m_caption = m_caption.arg(detectionTime());
+    m_subtitles.say(m_clock.elapsed(), m_caption);
     m_stage.showCaption(m_heading, m_caption);
 }
 
@@ -156,6 +197,7 @@ void Narrator::type(QWidget &field, const QString &text)
 
 bool recordTutorial(MainWindow &window, const QString &file)
 {
+    window.resize(kWindow);
     Narrator narrator(window);
     delayMs(kAfterMs);
     Recorder recorder(file, narrator.size());
@@ -163,6 +205,7 @@ bool recordTutorial(MainWindow &window, const QString &file)
         QTextStream(stderr) << "The tutorial could not be recorded with ffmpeg." << Qt::endl;
         return false;
     }
+    narrator.startClock();
     const bool played = narrator.playAll();
-    return recorder.finish() && played;
+    return recorder.finish() && played && narrator.writeBeside(file);
 }

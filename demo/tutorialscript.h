@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the tutorial shows: five faults, each a chapter of steps with the words that go with them. A caption stays until
+// What the tutorial shows: five faults and two protections, each a chapter of steps with the words that go with them. A caption stays until
 // the next one; %1 in it is the time that the fault took to be detected.
 #pragma once
 
@@ -112,6 +112,33 @@ inline constexpr Step watchdogTimeout[] = {
      "It runs again, its self-tests passed, and the window has asked it for everything anew."},
 };
 
+inline constexpr Step secrets[] = {
+    {Act::Open, "Security module", "", "The other half of the window: secrets, and registers that must not change."},
+    {Act::Open, "CSE", "", "The security engine keeps its keys to itself: software uses them and never sees them."},
+    {Act::Press, "pushButton_cse_loadKey", "", "Load Keys gives a new engine the demonstration's keys."},
+    {Act::Enter, "plainTextEdit_cse_Plaintext_input", "00112233445566778899AABBCCDDEEFF"},
+    {Act::Press, "pushButton_cse_Encryption1", "", "Sixteen bytes are encrypted with AES-128."},
+    {Act::Look, "textBrowser_cse_Cyphertext_output", "", "Without the key this tells nobody anything."},
+    {Act::Enter, "plainTextEdit_cse_Message_input", "C0FFEE"},
+    {Act::Press, "pushButton_cse_Generation", "", "A CMAC is the seal on a message."},
+    {Act::Look, "textBrowser_cse_CMAC_output", "", "Who changes a single bit of the message breaks it."},
+    {Act::Enter, "plainTextEdit_cse_CMAC_input", "00112233445566778899AABBCCDDEEFF"},
+    {Act::Press, "pushButton_cse_Verification", "", "Now somebody forges the seal."},
+    {Act::Await, "label_indicator_cseSatus", "Fail"},
+    {Act::Look, "label_indicator_cseSatus", "", "The engine refuses it."},
+};
+
+inline constexpr Step locks[] = {
+    {Act::Open, "REG_PROT", "", "A register that safety depends on can be locked against runaway software."},
+    {Act::Type, "lineEdit_reg_turnonsoft1", "1234"},
+    {Act::Press, "pushButton_reg_turnonsoft1", "", "A value is written, and its soft lock closes behind it."},
+    {Act::Type, "lineEdit_reg_writedata", "5678"},
+    {Act::Press, "pushButton_reg_writedata", "", "Now something else is written to it."},
+    {Act::Press, "pushButton_regUpdate"},
+    {Act::Look, "groupBox_reg_content", "", "The register has kept its value."},
+    {Act::Press, "pushButton_reg_softlockoff", "", "A soft lock can be opened again; a hard lock only by a reset."},
+};
+
 inline constexpr Chapter prologue = {"The window", "", window};
 inline constexpr Chapter chapters[] = {
     {"A clock is lost", "clock monitor CMU8", clockLost},
@@ -119,6 +146,12 @@ inline constexpr Chapter chapters[] = {
     {"Memory forgets", "memory error unit MEMU", memoryError},
     {"An interrupt is late", "interrupt monitor of K7a", lateInterrupt},
     {"A core hangs", "watchdog SWT0", watchdogTimeout},
+};
+
+// Where nothing is caught.
+inline constexpr Chapter securityChapters[] = {
+    {"A secret is kept", "", secrets},
+    {"A register is locked", "", locks},
 };
 
 } // namespace tutorial

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The tutorial's script against the window: what it presses, types into and frames is there, on the page that it opened.
+#include "demo/subtitles.h"
 #include "demo/tutorialscript.h"
 #include "support/fixtures.h"
 
@@ -16,6 +17,7 @@ class TestTutorial : public QObject
 
 private slots:
     void everyStepFitsTheWindow();
+    void subtitlesFollowTheVideo();
 };
 
 namespace {
@@ -57,6 +59,29 @@ void TestTutorial::everyStepFitsTheWindow()
             check(step);
         QVERIFY2(injected, chapter.title);
     }
+    for (const auto &chapter : tutorial::securityChapters) {
+        for (const Step &step : chapter.steps)
+            check(step);
+    }
+}
+
+void TestTutorial::subtitlesFollowTheVideo()
+{
+    Subtitles subtitles;
+    subtitles.beginChapter(0, QStringLiteral("One; two"));
+    subtitles.say(500, QStringLiteral("first"));
+    subtitles.say(61'234, QStringLiteral("second"));
+    subtitles.say(62'000, {});
+    subtitles.beginChapter(3'600'000, QStringLiteral("Last"));
+    subtitles.say(3'600'001, QStringLiteral("third\nand more"));
+    subtitles.end(3'661'002);
+    QCOMPARE(subtitles.srt(),
+             QByteArray("1\n00:00:00,500 --> 00:01:01,234\nfirst\n\n"
+                        "2\n00:01:01,234 --> 00:01:02,000\nsecond\n\n"
+                        "3\n01:00:00,001 --> 01:01:01,002\nthird\nand more\n\n"));
+    QCOMPARE(subtitles.chapters(),
+             QByteArray(";FFMETADATA1\n[CHAPTER]\nTIMEBASE=1/1000\nSTART=0\nEND=3600000\ntitle=One\\; two\n"
+                        "[CHAPTER]\nTIMEBASE=1/1000\nSTART=3600000\nEND=3661002\ntitle=Last\n"));
 }
 
 QTEST_MAIN(TestTutorial)
