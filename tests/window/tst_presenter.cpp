@@ -117,6 +117,10 @@ void TestPresenter::storyOfAReset()
 
 void TestPresenter::faultThatNobodyInjected()
 {
+    sendCommand(QStringLiteral("inject 7 1"));
+    QVERIFY(m_bench.show(12, 2, "2F 416EE148"));
+    QVERIFY(m_bench.show(12, 2, "24 42C80000"));
+    QCOMPARE(mode().teller().story().steps[0], QStringLiteral("A fault that nobody ordered"));
     mode().teller().forget();
     QCOMPARE(mode().teller().story(), Story());
     QVERIFY(m_bench.show(12, 2, "FE 00000000"));
