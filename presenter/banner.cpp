@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "presenter/banner.h"
 
+#include "app/zoom.h"
+
 #include <QAccessible>
 #include <QAction>
 #include <QMainWindow>
@@ -106,6 +108,7 @@ Banner::Banner(QMainWindow &window) : QToolBar(&window), m_canvas(new Canvas(*th
     toggleViewAction()->setVisible(false);
     setStyleSheet(QStringLiteral("QToolBar { border: none; padding: 0; spacing: 0; }"));
     addWidget(m_canvas);
+    keepUnzoomed(*m_canvas);
     window.addToolBar(Qt::BottomToolBarArea, this);
     hide();
 }

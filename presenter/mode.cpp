@@ -4,6 +4,7 @@
 #include "app/datafiles.h"
 #include "app/mainwindow.h"
 #include "app/messagebox.h"
+#include "app/zoom.h"
 #include "presenter/speaker.h"
 
 #include <QApplication>
@@ -15,12 +16,16 @@
 #include <QStatusBar>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace presenter {
 
 namespace {
 
 // What an audience has no use for: the side panel, and the log beside the fault's state.
 constexpr const char *foldedWidgets[] = {"widget_sidePanel", "label_fccurecord", "textBrowser_fccurecord"};
+
+constexpr double kSlack = 0.97; // sizes are rounded to whole pixels, in many places
 
 QToolButton *newButton(QMainWindow &window)
 {
@@ -71,6 +76,7 @@ void Mode::begin()
     m_on = true;
     m_before = m_window.windowState();
     m_placeBefore = m_window.geometry();
+    m_percentBefore = Zoom::percent();
     foldAll();
     m_banner->setScreenHeight(m_window.screen()->geometry().height());
     m_banner->show();
@@ -94,6 +100,8 @@ void Mode::end()
     m_button->setChecked(false);
     m_banner->hide();
     scrollPages(false);
+    if (auto *zoom = m_window.findChild<Zoom *>(); zoom && Zoom::percent() != m_percentBefore)
+        zoom->set(m_percentBefore);
     unfoldAll();
     place(m_placeBefore, m_before & ~Qt::WindowFullScreen);
     emit ended();
@@ -112,9 +120,25 @@ void Mode::fitScreen()
         if (!fits())
             fold(name);
     }
-    if (!fits())
+    if (fits())
+        enlarge();
+    else
         scrollPages(true);
     place(screen, m_before | Qt::WindowFullScreen);
+}
+
+// As much as the screen has room for; the banner keeps its own measure.
+void Mode::enlarge()
+{
+    auto *zoom = m_window.findChild<Zoom *>();
+    m_percentBefore = Zoom::percent();
+    const QSize least = m_window.minimumSizeHint();
+    const QSize room = m_window.screen()->geometry().size();
+    const int banner = m_banner->sizeHint().height();
+    const double factor = std::min(static_cast<double>(room.width()) / least.width(),
+                                   static_cast<double>(room.height() - banner) / (least.height() - banner));
+    if (zoom && factor > 1)
+        zoom->set(static_cast<int>(m_percentBefore * factor * kSlack));
 }
 
 void Mode::place(const QRect &where, Qt::WindowStates states)

@@ -50,6 +50,7 @@ private:
     void unfoldAll();
     void foldLog(bool folded);
     void fitScreen();
+    void enlarge();
     void place(const QRect &where, Qt::WindowStates states);
     void scrollPages(bool scroll);
     void showPointer();
@@ -66,6 +67,7 @@ private:
     Qt::WindowStates m_before = {};
     QRect m_placeBefore;
     int m_logStretch = 0;
+    int m_percentBefore = 100;
     bool m_on = false;
     bool m_pointerHidden = false;
 };
