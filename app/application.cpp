@@ -6,7 +6,7 @@
 
 namespace {
 
-// What has to be settled before the application object is there.
+// Settings that Qt reads while the application object is made.
 int &prepared(int &argc)
 {
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
@@ -22,7 +22,7 @@ struct RoleColour {
 };
 
 // clang-format off
-// Every role: what is left out here would come from the desktop.
+// Every role: the desktop's palette would fill in any that are left out.
 constexpr RoleColour roleColours[] = {
     {QPalette::WindowText,      0xFF000000, 0xFF788496},
     {QPalette::Button,          0xFFE8EDF4, 0xFFE8EDF4},

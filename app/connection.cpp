@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The port: its choice, opening and closing, and what the status bar says of it.
+// The port: choosing, opening and closing it, and its text in the status bar.
 #include "app/mainwindow.h"
 #include "app/linestatus.h"
 #include "app/messagebox.h"

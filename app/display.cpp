@@ -136,7 +136,7 @@ void later(QWidget *widget, Aspect aspect, std::function<void()> work)
         waiting.put(widget, aspect, std::move(work));
         return;
     }
-    show(); // what came before
+    show(); // earlier work first
     work();
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Puts what was decoded on the screen: only what changed, once for all frames
+// Paints decoded values: only changed ones, once for all frames
 // of one arrival, and at most 60 times per second.
 //
 // A widget takes 10 to 20 microseconds to repaint, a frame on the line
@@ -24,7 +24,7 @@ class QWidget;
 
 namespace display {
 
-/// While one lives, what is shown waits. Batches nest; the end of any of them
+/// While one lives, painting waits. Batches nest; the end of any of them
 /// shows everything that waits, or sees to it where something was shown only
 /// just before.
 class Batch
@@ -50,7 +50,7 @@ private:
     int m_batches;
 };
 
-/// What a work changes of its widget.
+/// The aspect of a widget that a piece of work changes.
 enum class Aspect {
     Content, // text, number, entries
     State,   // checked or not

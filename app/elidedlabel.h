@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One line of plain text that gives way: what does not fit ends in an ellipsis.
+// One line of plain text, elided where there is no room.
 #pragma once
 
 #include <QLabel>

@@ -18,7 +18,7 @@ class LineLamp : public QToolButton
 public:
     explicit LineLamp(QWidget *parent = nullptr);
 
-    /// `word` says the state, `port` the port and what is known of it.
+    /// `word` names the state, `port` the port with its description.
     void show(LineMonitor::State state, const QString &word, const QString &port);
 
     QSize sizeHint() const override;

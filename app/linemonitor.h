@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the line to the board stands, and what has passed it: all that the window says about it is taken from here.
+// State and counters of the line to the board: the one source of everything that the window says about it.
 #pragma once
 
 #include "protocol/moduleid.h"
@@ -15,7 +15,7 @@
 #include <array>
 #include <chrono>
 
-/// What has passed since the program started. A frame of an unknown module counts in `frames` alone.
+/// Counts since the program started. A frame of an unknown module counts in `frames` alone.
 struct LineCounts {
     quint64 bytesIn = 0;
     quint64 bytesOut = 0;
@@ -60,7 +60,7 @@ public:
     QDateTime lastAnswer() const { return m_lastAnswer; }
     int lastModule() const { return m_lastModule; }
 
-    /// A frame has arrived since the line stands as it stands: what is shown is current.
+    /// True if a frame has arrived in the line's present state: the screen is current.
     bool isCurrent() const { return m_current; }
     /// Something has been shown that is no longer current.
     bool isStale() const { return !m_current && m_shown; }

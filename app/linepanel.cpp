@@ -51,7 +51,7 @@ QLabel *plain(const QString &accessibleName)
     return label;
 }
 
-// What the label says, said also to those who only hear its name.
+// Also sets the description: screen readers say it behind the label's accessible name.
 void say(QLabel *label, const QString &text)
 {
     if (label->text() == text)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The panel that the lamp opens: which ports there are, and what has passed the line.
+// The panel that the lamp opens: ports to choose from, counters of the line, the recorder.
 #pragma once
 
 #include "app/linemonitor.h"

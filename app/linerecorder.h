@@ -16,7 +16,7 @@ class LineRecorder : public QObject
 public:
     explicit LineRecorder(QWidget &window);
 
-    /// Writes what is in memory; returns why that failed, for people, or nothing.
+    /// Writes the packets in memory; returns why that failed, for people, or nothing.
     QString save(const QString &path) const;
 
     /// Bytes of memory that the packets take.

@@ -39,7 +39,7 @@ static void loadResources()
 
 namespace {
 
-// What is asked for when the user turns to a page of the safety tab; a second request follows after a wait.
+// Requests sent when the user turns to a page of the safety tab; the second one follows after a wait.
 struct PageRequest {
     QLatin1String first;
     QLatin1String second;
@@ -146,7 +146,7 @@ void MainWindow::connectActions()
         connect(row.action, &QAction::triggered, this, row.slot);
 }
 
-// Before the port is chosen: what the questions are asked over.
+// The window as it looks behind the start's questions, before a port is chosen.
 void MainWindow::prepareForm()
 {
     for (QLabel *unused :
@@ -170,7 +170,7 @@ void MainWindow::prepareForm()
     installKeys(*this, *ui);
 }
 
-// What the board can read is what can be typed.
+// Inputs accept only characters that the board can read.
 void MainWindow::prepareInputs()
 {
     const auto restrict = [](const QList<QLineEdit *> &fields, const char *pattern, const char *example) {

@@ -39,7 +39,7 @@ public:
 
     /// True when the user answered No to going on without a port: the program is to end without showing the window.
     bool startRefused() const { return m_startRefused; }
-    /// What has arrived, and what of it waits for its rest.
+    /// Received frames, and the bytes of an incomplete one.
     const ReceiveState &receiveState() const { return m_receive; }
 
 signals:

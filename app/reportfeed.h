@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Each report of the board, announced before its page shows it: to whoever has an interest in all of them.
+// Each report of the board, announced before its page shows it: to all observers.
 #pragma once
 
 #include "protocol/report.h"

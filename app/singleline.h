@@ -4,5 +4,5 @@
 
 class QPlainTextEdit;
 
-/// Takes line breaks out of `edit`, typed, pasted or dropped: what it holds is part of one command line.
+/// Removes line breaks from `edit`, typed, pasted or dropped: its text becomes part of one command line.
 void keepToOneLine(QPlainTextEdit *edit);

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kLongReport = 100'000; // characters: more than any view shows
 
-// Lines of one report are lines of one paragraph: a paragraph costs several times what a line does.
+// A report's lines share one paragraph: a paragraph costs several times as much as a line.
 QString inOneParagraph(QString report)
 {
     return report.replace(QLatin1String("\r\n"), QLatin1String("\n"))

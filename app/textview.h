@@ -31,7 +31,7 @@ public:
     explicit Log(QTextEdit *view) : m_view(view) {}
 
     void append(const QString &report);
-    /// Takes away what is in the box, and what of this arrival is not there yet.
+    /// Removes the box's text, and text of this arrival that is still queued.
     void clear();
 
 private:

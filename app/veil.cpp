@@ -90,7 +90,7 @@ Band::Band(QMainWindow &window) : QToolBar(&window), m_trouble(new QLabel), m_re
     m_trouble->setObjectName(QStringLiteral("bandTrouble"));
     m_trouble->setTextFormat(Qt::PlainText);
     m_remedy->setObjectName(QStringLiteral("bandRemedy"));
-    auto *content = new QWidget; // one item: a bar with several would move what does not fit into a menu
+    auto *content = new QWidget; // one item: a menu bar moves items that do not fit into an overflow menu
     content->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     auto *layout = new QHBoxLayout(content);
     layout->setContentsMargins(6, 2, 6, 2);

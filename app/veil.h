@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the window lays over itself when it shows what is no longer so: a veil over the pages, a band above them.
+// Overlays of a window whose contents are out of date: a veil over the pages, a band above them.
 #pragma once
 
 #include <QToolBar>
@@ -24,7 +24,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 };
 
-/// A red band between the menu bar and the pages: what is wrong, and what to do.
+/// A red band between the menu bar and the pages: the trouble and its remedy.
 class Band : public QToolBar
 {
 public:

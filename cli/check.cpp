@@ -27,7 +27,7 @@ struct Command {
     qint64 time = 0; // nanoseconds from the first packet
 };
 
-/// What a recording says that a board has to do.
+/// A recording's commands with the answers that a board owes them.
 struct Script {
     std::vector<Command> commands;
     Comparison comparison;

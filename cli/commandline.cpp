@@ -251,7 +251,7 @@ Task taskOf(const QStringList &arguments)
 {
     QCommandLineParser parser;
     addOptions(parser, ~0U);
-    parser.parse(arguments); // what is unknown is refused below, with the verb's own options
+    parser.parse(arguments); // unknown options are refused below, with the verb's own
     const QStringList words = parser.positionalArguments();
     if (parser.isSet(QStringLiteral("version")))
         return told(QStringLiteral("safety-workbench-cli " WORKBENCH_VERSION "\n"));

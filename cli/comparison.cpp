@@ -13,7 +13,7 @@ namespace {
 
 using protocol::Field;
 
-// What a good board tells differently each time: times, measurements, chance, its own version.
+// Fields that differ from run to run on a good board: times, measurements, chance, its version.
 struct Volatile {
     const char *report;
     const char *field;

@@ -39,7 +39,7 @@ public:
     /// Sets a mark in the recording.
     void mark(const QString &word) { m_recorder.mark(word, m_recorder.now()); }
 
-    /// Handles what comes until `done` holds or `milliseconds` have passed; negative: no limit but a signal or the
+    /// Handles arrivals until `done` holds or `milliseconds` have passed; negative: no limit but a signal or the
     /// line's loss. `done` is looked at whenever something has happened.
     Waited wait(int milliseconds, const std::function<bool()> &done = {});
     /// Waits until nothing has come for `silenceMs`, for at most `milliseconds`.

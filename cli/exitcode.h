@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the tool's end says.
+// The tool's exit codes.
 #pragma once
 
 enum ExitCode {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// inject: a fault, what caught it, how fast, and what came of it.
+// inject: a fault, the monitor that caught it, the time that took, and the reaction.
 #include "cli/conversation.h"
 #include "cli/complain.h"
 #include "cli/exitcode.h"
@@ -28,7 +28,7 @@ bool canBeInjected(const Module &module)
     return module.cases > 0;
 }
 
-/// What is to be injected.
+/// An injection as asked for.
 struct Injection {
     const Module *module = nullptr;
     int number = 0;
@@ -60,7 +60,7 @@ Injection injectionOf(const QStringList &words)
     return {module, number, command, {}};
 }
 
-/// What the board said of one injection.
+/// The board's reports on one injection.
 class Course
 {
 public:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the tool asks each module for, and what can be injected into it.
+// Requests and injections per module.
 #pragma once
 
 #include "protocol/frame.h"
@@ -27,7 +27,7 @@ std::span<const Module> modules();
 const Module *moduleOf(const QString &word);
 /// By the number of its frames; null where there is none.
 const Module *moduleOf(int id);
-/// True for what the board reports by itself, again and again.
+/// True for reports that the board repeats by itself.
 bool comesUnasked(const frameData &frame);
 
 /// The command that injects case `number`; without `arguments` those of the table.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// ports: which there are, who may open them, and what to do where you may not.
+// ports: the serial ports, who may open them, and the remedy for those who may not.
 #include "cli/exitcode.h"
 #include "cli/jsonline.h"
 #include "cli/output.h"

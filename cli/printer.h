@@ -28,7 +28,7 @@ public:
     /// A finding of the tool's own: the object, or the words for people.
     void finding(JsonLine &json, const QString &words);
 
-    /// Hands on what has been printed. False once standard output has failed.
+    /// Flushes the output. False once standard output has failed.
     bool flush();
 
 private:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// record: what passes the line, until interrupted.
+// record: the line's traffic, until interrupted.
 #include "cli/conversation.h"
 #include "cli/complain.h"
 #include "cli/exitcode.h"

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Writing what is read would end it.
+// Writing to the file being read would truncate it.
 bool isSameFile(const QString &one, const QString &other)
 {
     const QString path = QFileInfo(one).canonicalFilePath();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The recording that a verb is given, and what is told of it.
+// The recording that a verb is given, and the complaints about it.
 #pragma once
 
 #include "session/pcapng.h"

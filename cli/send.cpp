@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// send: command lines, and what the board answers until it is silent.
+// send: command lines, and the board's answers until it is silent.
 #include "cli/complain.h"
 #include "cli/conversation.h"
 #include "cli/exitcode.h"
@@ -13,7 +13,7 @@
 namespace {
 
 constexpr int kTimeoutMs = 2000;
-// A restart is silent for 200 ms before the board says what it says after it.
+// A restart is silent for 200 ms before the board's first report.
 constexpr int kSilenceMs = 300;
 
 class Dialogue

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the command line asked for.
+// Settings from the command line.
 #pragma once
 
 #include <QString>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// status: what the modules say of themselves.
+// status: the state of the modules.
 #include "cli/conversation.h"
 #include "cli/complain.h"
 #include "cli/exitcode.h"

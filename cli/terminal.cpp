@@ -55,7 +55,7 @@ void Terminal::feed()
     while (!m_waiting.empty() && m_line.pending() < kMostInLine) {
         const QByteArray next = std::move(m_waiting.front());
         m_waiting.pop_front();
-        m_line.send(next); // may find that the program has gone, and clear what waits
+        m_line.send(next); // may find the program gone, and clear the queue
     }
 }
 

@@ -31,7 +31,7 @@ signals:
     void taken();
 
 private:
-    // What the system still carries to the program's end is counted nowhere: nothing must be left for so many looks.
+    // The system does not count bytes on their way to the program: the line must look empty this many times.
     static constexpr int kQuietLooks = 20;
 
     void feed();

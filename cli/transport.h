@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The ways to a board: a serial port, a port that another machine shares, a virtual board of our own. Whatever the way,
-// what passes is announced by lineTraffic().
+// its traffic is announced by lineTraffic().
 #pragma once
 
 #include <QByteArray>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the tool can do: a function per verb, which returns the exit code.
+// The tool's verbs: a function each, which returns the exit code.
 #pragma once
 
 struct Settings;

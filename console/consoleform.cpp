@@ -106,7 +106,7 @@ void consoleForm::sendEscape(const QString &letter)
     }
 }
 
-/// Sends what the key stands for; returns false if the key is not one for the board.
+/// Sends the key's characters; returns false if the key is not one for the board.
 bool consoleForm::sendKey(int key, Qt::KeyboardModifiers modifiers, const QString &text)
 {
     for (const CursorKey &row : cursorKeys) {

@@ -68,7 +68,7 @@ void TerminalView::printMessage(const QString &message)
     printText(message.mid(end + 1));
 }
 
-// Backspace, carriage return and line feed move the cursor as on a terminal, and text behind them replaces what it meets.
+// Backspace, carriage return and line feed move the cursor as on a terminal, and later text overwrites the text there.
 void TerminalView::printText(const QString &text)
 {
     if (!text.isEmpty())

@@ -10,7 +10,7 @@ class QTextBlock;
 class QTextEdit;
 
 /// A terminal's cursor in the box's document. The box's own cursor follows it, except while the user selects text; where
-/// the user clicks does not matter to what is printed.
+/// the user clicks has no influence on the printing.
 class TerminalView
 {
 public:

@@ -100,7 +100,7 @@ bool TextFrames::findFrame(Frame &found)
     }
 }
 
-// Takes a complete frame, remembers an incomplete one and ignores what is none.
+// Takes a complete frame, keeps an incomplete one, ignores other bytes.
 void TextFrames::settle(Frame frame, QStringList &texts)
 {
     const bool insideText = frame.at < m_textEnd;

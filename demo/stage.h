@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the tutorial adds to the picture: captions below the window, cards over it, a frame, and a pointer to be seen.
+// Additions of the tutorial to the picture: captions below the window, cards over it, a frame, and a large pointer.
 #pragma once
 
 #include <QPoint>

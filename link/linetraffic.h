@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What passes the serial line, announced as it happens: to the line's indicator, its counters, the recorder.
+// The serial line's traffic, announced as it happens: to the line's indicator, its counters, the recorder.
 #pragma once
 
 #include <QByteArray>

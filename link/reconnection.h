@@ -15,7 +15,7 @@ public:
     /// Follows the program's line from now on: a loss starts the search, an opening or a closing ends it.
     explicit Reconnection(QObject *parent = nullptr);
 
-    /// What is known of the port that was opened last.
+    /// Identity of the port that was opened last.
     const PortInfo &port() const { return m_device.port; }
     void giveUp() { m_timer.stop(); }
 

@@ -40,5 +40,5 @@ QString openFailureText(const QSerialPort &port);
 /// remedy only where the group may read and write and is not root's.
 QString permissionRemedy(const QString &group, QFileDevice::Permissions rights);
 
-/// What is wrong with an open line: an adapter that does not run at the line's rate, by more than 3 %. Else empty.
+/// The trouble of an open line: an adapter that does not run at the line's rate, by more than 3 %. Else empty.
 QString lineTrouble(const QSerialPort &port);

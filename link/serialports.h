@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which serial ports there are, and what is known of them.
+// The serial ports with their identities.
 #pragma once
 
 #include <QList>

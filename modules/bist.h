@@ -18,7 +18,7 @@ public:
 
     void sweepLogic();
     void sweepMemory();
-    /// Greys what the memory flags say, and gives time to see it.
+    /// Greys the tests named by the memory flags, and gives time to see it.
     void reset();
 
     bool bistResetPending = false; // results have come that no refresh has played

@@ -183,7 +183,7 @@ void CmuPage::setLimits()
                QStringLiteral("CMU%1 had been closed. Please open and try again.").arg(monitor), QMessageBox::Ok);
         return;
     }
-    // What was asked about is what is sent, whatever is chosen while the limits flash.
+    // Sends the limits that the question was about, even if others are chosen while they flash.
     const QString command = cmu::limitCommand(m_form.comboBox_cmu_choice->currentText(),
                                               m_form.spinBox_cmu_fmax->value(), m_form.spinBox_cmu_fmin->value());
     if (!confirmLimits(monitor))

@@ -28,7 +28,7 @@ void CrcPage::show(const crc::Result &result)
     const crc::Condition condition = {
         m_form.comboBox_CRC_polynomial->currentIndex(), m_form.comboBox_CRC_polynomial->currentText(),
         m_form.comboBox_CRC_instance->currentText(), m_form.comboBox_CRC_channel->currentText()};
-    // What is appended next lays out the paragraph before it anew: not that of the data, which may be long.
+    // Appending lays out the preceding paragraph again; an empty one spares the long one of the data.
     const QStringList lines = crc::describe(result, condition);
     const int tail = lines.size() - 2;
     m_log.append(QStringList(lines.mid(0, tail)).join(QLatin1Char('\n')));

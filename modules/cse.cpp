@@ -44,7 +44,7 @@ CsePage::CsePage(const Ui::MainWindow &form, QWidget &window) : m_form(form), m_
     count(form.plainTextEdit_cse_Entropy_input, form.label_cse_Entropy_count, QStringLiteral(" / 32"));
 }
 
-/// Tells what the length must be where it is not.
+/// Says which length the input needs, if it has another.
 bool CsePage::hasLength(const QString &text, bool multiple)
 {
     const int length = text.size();

@@ -13,7 +13,7 @@ class IntcmPage
 public:
     explicit IntcmPage(const Ui::MainWindow &form) : m_form(form) {}
 
-    /// Sends what the selectors and fields say, and asks for the grid a little later.
+    /// Sends the settings of selectors and fields, and requests the grid a little later.
     void configure();
     void closeChannel();
 

@@ -14,7 +14,7 @@ class MemuPage
 public:
     explicit MemuPage(const Ui::MainWindow &form);
 
-    // Send what is typed as typed; without a selection nothing.
+    // Send the field's text unchanged; without a selection, nothing.
     void injectFlash();
     void injectPram();
     void injectSram();

@@ -57,7 +57,7 @@ struct Shower {
 constexpr int kRefreshDelayMs = 300;
 
 // A board that keeps restarting nests refreshes inside each other's waits. Deeper ones are put off: one more runs when the
-// outermost has ended, so that what is shown is never older than the last restart.
+// outermost has ended, so that no state on screen is older than the last restart.
 constexpr int kMaxNestedRefreshes = 8;
 
 } // namespace

@@ -17,7 +17,7 @@ class RegpPage
 public:
     explicit RegpPage(const Ui::MainWindow &form);
 
-    /// Sends what is typed for that way of writing, as typed.
+    /// Sends the field's text for that way of writing, unchanged.
     void write(protocol::regp::Write how);
 
     void show(const protocol::regp::Status &status);

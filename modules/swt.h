@@ -15,7 +15,7 @@ public:
 
     /// The indicator follows at once, without waiting for the board.
     void switchWatchdog(int watchdog, bool on);
-    /// Sends what the selectors say.
+    /// Sends the settings of the selectors.
     void configure();
 
     void show(const protocol::swt::Status &status);

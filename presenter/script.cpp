@@ -119,7 +119,7 @@ QWidget *Player::widgetOf(const Step &step)
     return child ? child : driver::find(name);
 }
 
-// What may open a dialog or wait is started from the event loop, so that the steps go on meanwhile.
+// Work that may open a dialog or wait starts from the event loop, so that the steps go on meanwhile.
 bool Player::perform(const Step &step)
 {
     const QString name = QString::fromLatin1(step.widget);

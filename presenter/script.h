@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is to happen in the window, step by step, and the player that carries it out: for the
-// speaker's script, tour, pictures and tutorial.
+// Steps to take in the window, and their player: for the speaker's script, tour, pictures and tutorial.
 #pragma once
 
 #include <QDir>

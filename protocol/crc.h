@@ -51,7 +51,7 @@ QString dataText(const Result &result);
 /// "Calculate Time:1.500000"
 QString timeText(float microseconds);
 
-/// What was asked for, as far as the result does not say: a selected polynomial and the texts of the selections.
+/// The parts of a request that its result does not repeat: the polynomial and the texts of the selections.
 struct Condition {
     int polynomial = Crc32Itu;
     QString polynomialName;

@@ -211,7 +211,7 @@ int FrameScan::scan(int at, const QByteArray &data, Sink &sink, quint32 &partial
     }
 }
 
-// What stands before `from` is done with; `from` becomes the first byte of the remainder.
+// Bytes before `from` are dropped; `from` becomes the first byte of the remainder.
 void FrameScan::carryFrom(int from, int size)
 {
     m_size = size - from;

@@ -42,7 +42,7 @@ FaultEvent decodeFault(const QByteArray &payload);
 
 /// "Fault ID 28"
 QString titleOf(quint8 id);
-/// What a history keeps of a fault: the table's texts, or fixed ones for several sources and for identifiers without a
+/// A fault's entry in the history: the table's texts, or fixed ones for several sources and for identifiers without a
 /// place in the table. The log words the latter differently.
 FaultText recordedText(quint8 id);
 QString sourceOf(quint8 id);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a field of a report is: its place among the payload's bytes, its name and unit, and its value once decoded.
+// A field of a report: its place in the payload, its name and unit, its decoded value.
 // A field's name is stable: keys of JSON and filters of network analysers are made of it.
 #pragma once
 
@@ -114,7 +114,7 @@ constexpr Place behindData(Place place)
 /// A code in words; empty where it has none.
 using Words = QString (*)(quint8 code);
 
-/// What is said about a field beside its place.
+/// Meaning and unit of a field.
 struct Notes {
     const char *meaning = "";
     const char *unit = "";

@@ -38,7 +38,7 @@ constexpr const auto &layoutOf(const Status *)
 
 Status decodeStatus(const QByteArray &payload);
 
-/// What is done with a typed value.
+/// Ways of writing a typed value.
 enum class Write { SoftLockByMirror = 2, SoftLockByBit = 3, HardLock = 4, Data = 5 };
 /// "regP 5 1234"; the value as typed
 QString writeCommand(Write write, const QString &value);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What passed the line at one moment: one read or one write exactly as it happened, or a note without bytes.
+// One read or one write of the line exactly as it happened, or a note without bytes.
 #pragma once
 
 #include <QByteArray>

@@ -327,7 +327,7 @@ bool Reader::beginBlock(std::string_view header)
     return isSection ? beginSection(header) : m_inSection;
 }
 
-// The next block's type, and in `body` what stands between its two lengths.
+// The next block's type; `body` is the part between its two lengths.
 std::optional<quint32> Reader::nextBlock(std::string_view &body)
 {
     const std::size_t there = fill(kSmallestBlock);

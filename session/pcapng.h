@@ -77,7 +77,7 @@ private:
 
     QIODevice &m_device;
     std::vector<char> m_buffer;
-    std::size_t m_from = 0; // of the buffer: what has not been parsed
+    std::size_t m_from = 0; // first byte of the buffer that has not been parsed
     std::size_t m_to = 0;
     qint64 m_position = 0; // in the file, of m_from
     bool m_inSection = false;

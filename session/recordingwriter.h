@@ -10,7 +10,7 @@
 
 namespace session {
 
-/// What was added is handed to the system every 100 ms at the latest, so that no end of the program loses more.
+/// Packets are handed to the system every 100 ms at the latest, so that a killed program loses no more.
 class RecordingWriter : public QObject
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
     /// Begins a recording of `port` in the file, "-" for standard output. False on failure: see trouble().
     bool open(const QString &path, const QString &program, const QString &port);
     void add(const Packet &packet);
-    /// Hands over what has not been written yet.
+    /// Writes the packets that are still queued.
     void flush();
     /// Why no more is written, for people; empty while all is well.
     QString trouble() const { return m_trouble; }

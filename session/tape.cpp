@@ -10,7 +10,7 @@
 
 namespace session {
 
-constexpr int kLongestCommand = 256; // what is kept of one that does not end
+constexpr int kLongestCommand = 256; // bytes kept of a command without an end
 
 /// Numbers of the faults that arrive.
 class FaultFinder
@@ -43,7 +43,7 @@ void Tape::load(Reader &reader)
     }
 }
 
-// Times only grow in a tape: a mark may stand behind what came while its word was typed.
+// A tape's times only grow: a mark may stand behind packets that arrived while its word was typed.
 void Tape::add(const PacketView &packet, FaultFinder &finder)
 {
     const qint64 time = std::max<qint64>(packet.time - m_start, 0);

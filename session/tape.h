@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A recording in memory, to be played: what came from the board, and where faults and marks are.
+// A recording in memory, to be played: the board's bytes, and the places of faults and marks.
 #pragma once
 
 #include "session/packet.h"

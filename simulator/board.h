@@ -63,7 +63,7 @@ public:
     void heal();
 
     /// Restarts: silence for kRestartMs, then every unit is reset, the restart notice goes out, and every unit sends
-    /// what it reports after a restart. A reset by the fault collection unit names the fault source that caused it.
+    /// its reports after a restart. A reset by the fault collection unit names the fault source that caused it.
     void restart(Reason reason, std::optional<quint8> source = {});
     /// Holds the board in reset until powerCycle(): it takes no command and sends nothing.
     void holdInReset();

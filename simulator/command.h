@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A command of the board: how it is called, and what it does.
+// A command of the board: its name, its help and its work.
 #pragma once
 
 #include <QString>

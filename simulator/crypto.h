@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// AES-128 and what is built on it, by OpenSSL's libcrypto.
+// AES-128 in its modes, and CMAC, by OpenSSL's libcrypto.
 #pragma once
 
 #include <QByteArray>

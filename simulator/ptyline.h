@@ -24,7 +24,7 @@ public:
     /// A full-speed USB packet of 64 bytes has room for 62 behind the serial adapter's two status bytes.
     static constexpr int kPacketSize = 62;
     static constexpr int kMaxPacketSize = 4096;
-    /// What waits beyond this many bytes is lost, as in a board whose buffer is full.
+    /// Bytes beyond this many in the queue are lost, as in a board whose buffer is full.
     static constexpr int kQueueLimit = 4 * 1024 * 1024;
 
     /// Opens the terminal; tty() is empty where the system gives none.

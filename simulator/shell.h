@@ -47,7 +47,7 @@ private:
     int m_escape = 0; // bytes of an escape sequence seen
     bool m_afterReturn = false;
     bool m_tooLong = false;
-    bool m_lineOpen = false; // what was said last did not end its line
+    bool m_lineOpen = false; // the last text did not end its line
     QStringList m_history;
     int m_recalled = 0; // from the end of the history; 0: the line being typed
 };

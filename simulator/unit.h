@@ -35,7 +35,7 @@ public:
     virtual QString name() const = 0;
     /// Takes the state that the unit has after a reset of this kind.
     virtual void reset(ResetKind kind) = 0;
-    /// Sends what the unit reports after a restart.
+    /// Sends the unit's reports after a restart.
     virtual void announce() {}
     /// One short plain line on its state, for people.
     virtual QString status() const = 0;

@@ -132,7 +132,7 @@ double heapBytes()
 #endif
 }
 
-/// What the window keeps, and the memory in use.
+/// The window's contents, counted, and the memory in use.
 struct Account {
     double heap = heapBytes();
     double faults = 0;

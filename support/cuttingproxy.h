@@ -17,7 +17,7 @@ class CuttingProxy : public QObject
     Q_OBJECT
 
 public:
-    /// Opens the board's terminal line; the program opens tty(). Until told otherwise passes on what comes as it comes.
+    /// Opens the board's terminal line; the program opens tty(). Until told otherwise, passes on bytes as they come.
     explicit CuttingProxy(const QString &board);
     ~CuttingProxy() override;
 

@@ -37,7 +37,7 @@ timespec shortened(const timespec &time)
     return timeOf(speed > 0 ? nanoseconds(time) / speed : 0);
 }
 
-// What was slept less than asked for.
+// Time that was asked for and not slept.
 void moveOn(const timespec &time, const timespec &slept)
 {
     ahead += nanoseconds(time) - nanoseconds(slept);
@@ -67,7 +67,7 @@ extern "C" int gettimeofday(timeval *now, void *) noexcept
     return 0;
 }
 
-// What is ready is reported. Without a time-out the caller really waits.
+// Reports ready descriptors. Without a time-out the caller really waits.
 extern "C" int ppoll(pollfd *files, nfds_t count, const timespec *timeout, const sigset_t *signals)
 {
     timespec time = timeout ? shortened(*timeout) : timespec();

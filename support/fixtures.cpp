@@ -44,7 +44,7 @@ QString WindowFixture::sent()
 
 QString WindowFixture::sentBy(const std::function<void()> &work)
 {
-    // What was sent before may still be on its way.
+    // Earlier commands may still be on their way.
     sendCommand(QStringLiteral("begin"));
     if (!QTest::qWaitFor([this] { return m_line.received().endsWith("begin\r\n"); }))
         return QStringLiteral("nothing arrives");

@@ -37,7 +37,7 @@ public:
     void click(const char *name);
     void turnTo(QWidget *widget) { driver::turnTo(widget); }
     QString text(const char *name) { return driver::textOf(find<QWidget>(name)); }
-    /// What the status bar says of the port.
+    /// The status bar's text on the port.
     QString portState() const;
     QString style(const char *name) { return find<QWidget>(name)->styleSheet(); }
 
@@ -59,9 +59,9 @@ public:
     WindowFixture();
 
     RawLine &line() { return m_line; }
-    /// What the window sent since the last call, "get 1|get 9".
+    /// Commands sent since the last call, "get 1|get 9".
     QString sent();
-    /// What the window sends while `work` runs, "get 3|get 4|"; "nothing arrives" where the line is dead.
+    /// Commands sent while `work` runs, "get 3|get 4|"; "nothing arrives" where the line is dead.
     QString sentBy(const std::function<void()> &work);
 
     /// Sends a report; the payload is in hexadecimal.

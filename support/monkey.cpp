@@ -102,7 +102,7 @@ void Monkey::turnSomewhere()
     widget->setCurrentIndex(below(widget->count()));
 }
 
-// Into the console where one is open, else into a field; what a field does not take it refuses itself.
+// Types into the console if one is open, else into a field, which refuses invalid characters itself.
 void Monkey::typeSomething()
 {
     static constexpr int keys[] = {Qt::Key_1,     Qt::Key_A,      Qt::Key_F,         Qt::Key_Z,

@@ -26,7 +26,7 @@ public:
     void deliver(const QByteArray &bytes);
     /// The program has read all that was sent.
     bool isTaken() const;
-    /// What the program has sent since the last clear().
+    /// Bytes that the program has sent since the last clear().
     const QByteArray &received() const { return m_received; }
     void clear() { m_received.clear(); }
     /// The board goes away: the program's end reports errors from now on.

@@ -27,7 +27,7 @@ const QByteArray kCbcKey = QByteArray::fromHex("2B7E151628AED2A6ABF7158809CF4F3C
 const QByteArray kCbcIv = QByteArray::fromHex("000102030405060708090A0B0C0D0E0F");
 const QByteArray kCmacKey = kCbcKey;
 
-constexpr int kWorkMs = 3;         // what the firmware takes besides
+constexpr int kWorkMs = 3;         // the firmware's own share
 constexpr float kCommandUs = 21.5; // to fetch a command and its key
 constexpr float kBlockUs = 1.9F;
 constexpr int kMaxResult = 32768;

@@ -28,7 +28,7 @@ constexpr unsigned kAllOn = 0xDF;
 constexpr unsigned kTemperatureSensor = 1; // first byte
 constexpr int kSelfTestMs = 60;
 
-// By fault code: what the fault collection unit calls it.
+// Fault identifiers of the fault collection unit, by fault code.
 constexpr quint8 faultIds[] = {0, 2, 1, 3};
 constexpr quint8 kSelfTestFault = 3;
 

@@ -16,7 +16,7 @@ using protocol::ModuleId;
 using protocol::PayloadWriter;
 namespace reset = protocol::reset;
 
-// What the chip starts with: functional escalation on, destructive escalation off.
+// State after power-on: functional escalation on, destructive escalation off.
 constexpr unsigned kDefaultThreshold = 15;
 
 struct Counter {

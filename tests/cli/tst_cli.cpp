@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The tool as a process: exit codes, what it says, recordings made, decoded, served and checked.
+// The tool as a process: exit codes, output, recordings made, decoded, served and checked.
 #include "protocol/frame.h"
 #include "session/pcapng.h"
 #include "simulator/virtualboard.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Keeps what is written about the wire equal to the tables that decode it: between "generated: NAME" and "end of NAME"
-// a file holds what a table says. Without --write it only compares.
+// Keeps the documents on the wire equal to the tables that decode it: between "generated: NAME" and "end of NAME"
+// a file holds a table's contents. Without --write it only compares.
 #include "protocol/commands.h"
 #include "protocol/report.h"
 

@@ -159,7 +159,7 @@ QSet<QString> filters()
     return names;
 }
 
-// What a frame is to look like.
+// A frame's fields as expected.
 QVector<Shown> expected(quint8 module, quint8 type, const QByteArray &payload)
 {
     const auto report = decode(module, type, payload);

@@ -22,7 +22,7 @@ constexpr int kRandomPieces = 0;
 constexpr int kMinRestartFrames = 5; // what units announce after a restart
 constexpr int kWaitMs = 600'000;     // of the fake clock's time: 6 s, which a busy machine may need
 
-// A window in front of a board that numbers what it sends, from the first frame on.
+// A window in front of a board that numbers its messages, from the first frame on.
 class Demonstration
 {
 public:
@@ -60,7 +60,7 @@ public:
         return QTest::qWaitFor([this] { return m_window->receiveState().rxFrameCount == m_frames; }, kWaitMs);
     }
 
-    /// What is out of order among the numbered messages that the window shows; empty where nothing is.
+    /// The first number out of order among the messages shown, in words; empty if there is none.
     QStringList disorder() const
     {
         QStringList wrong;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The real window, a real pseudo-terminal and the virtual board: from the click to what the user sees.
+// The real window, a real pseudo-terminal and the virtual board: from the click to the screen.
 #include "support/boxanswerer.h"
 #include "support/fixtures.h"
 

@@ -13,7 +13,7 @@
 
 namespace {
 
-// What waits, in each of its ways; long ones first.
+// Every kind of wait; long ones first.
 using Wait = void (*)(MainWindow &window);
 
 constexpr Wait waits[] = {

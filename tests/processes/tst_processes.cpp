@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The executables as processes: how they start, what they say, and that none is left behind.
+// The executables as processes: start, output, and none left behind.
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>

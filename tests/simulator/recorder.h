@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a virtual board sends, as text.
+// A virtual board's output as text.
 #pragma once
 
 #include "simulator/board.h"

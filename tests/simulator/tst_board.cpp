@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the virtual board sends, pinned to literal bytes; what it refuses; what it survives.
+// The virtual board's answers as literal bytes, its refusals, and the inputs that it must survive.
 #include "simulator/board.h"
 #include "simulator/virtualboard.h"
 #include "tests/simulator/recorder.h"

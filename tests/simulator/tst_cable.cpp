@@ -31,7 +31,7 @@ int flippedBits(const QByteArray &bytes)
     return count;
 }
 
-// Within five standard deviations of what is expected.
+// Within five standard deviations of the expectation.
 bool isLikely(int count, int trials, double probability)
 {
     return std::abs(count - trials * probability) <= 5 * std::sqrt(trials * probability * (1 - probability));

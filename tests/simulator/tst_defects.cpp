@@ -13,7 +13,7 @@ using namespace simulator;
 
 namespace {
 
-// What a board sends in answer to command lines, two seconds and a half each.
+// A board's output for command lines, 2.5 s each.
 QString sent(const QString &commands, const QString &defect = {})
 {
     Board board;

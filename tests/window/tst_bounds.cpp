@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a board that is broken, or restarts for ever, can do to the window has bounds.
+// A board that is broken, or restarts for ever, cannot flood the window.
 #include "support/fixtures.h"
 
 #include "app/messagebox.h"

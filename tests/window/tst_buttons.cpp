@@ -162,7 +162,7 @@ constexpr ClockFault clockFaults[] = {
 };
 // clang-format on
 
-// The path that a crossbar fault takes, and what it looks like when the command has left.
+// The path of a crossbar fault, and its look once the command has left.
 struct CrossbarFault {
     const char *button, *group, *from, *to, *last, *command;
 };

@@ -26,7 +26,7 @@ namespace {
 
 using Stream = QVector<QByteArray>; // a frame each
 
-// Room for what is read last: fewer than 13 bytes wait.
+// Fills up the last read: fewer than 13 bytes would wait.
 const QByteArray kClosing(16, '\0');
 
 QByteArray textFrame(const QByteArray &text)

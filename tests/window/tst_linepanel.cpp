@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is known of the line and its board, and how lamp, panel and status bar say it.
+// The state of the line and its board, in lamp, panel and status bar.
 #include "app/linemonitor.h"
 #include "link/linetraffic.h"
 #include "link/portidentity.h"
@@ -109,7 +109,7 @@ private slots:
         QCOMPARE(counts.bytesIn, quint64(whole.size() + 14 + 12 + 9));
         QCOMPARE(counts.bytesOut, 14u);
         QCOMPARE(counts.commands, 2u);
-        QCOMPARE(monitor.damagedBytes(), 5u); // what may become a frame is not damaged yet
+        QCOMPARE(monitor.damagedBytes(), 5u); // bytes that may still become a frame are not damaged
         QCOMPARE(monitor.lastModule(), 200);
         QCOMPARE(messages.size(), 1);
         QCOMPARE(messages.constFirst().constFirst().toStringList(), QStringList("words"));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Frames on the line to what the window shows: through port, extraction, dispatch and decoder.
+// From frames on the line to the window's widgets: through port, extraction, dispatch and decoder.
 #include "support/fixtures.h"
 #include "support/wire.h"
 
@@ -142,7 +142,7 @@ private:
         return m_window->show(module, type, payload.constData());
     }
 
-    // So that what a row expects is not what another one has left.
+    // So that no row passes by the leftovers of another.
     void blank(const Shown &shown)
     {
         auto *widget = m_window->find<QWidget>(shown.widget);
@@ -473,7 +473,7 @@ private slots:
         QCOMPARE(view.verticalScrollBar()->value(), view.verticalScrollBar()->maximum());
     }
 
-    // Identifiers beyond the table: what the log says, what the panel and the history say.
+    // Identifiers beyond the table, in log, panel and history.
     void oddFaultIdentifiers()
     {
         auto *log = m_window->find<QTextEdit>("textBrowser_fccurecord");
@@ -564,7 +564,7 @@ private slots:
         QVERIFY(!m_window->style("label_LBIST_1").contains("rgb(1,2,3)"));
     }
 
-    // Within a batch only the last of what a widget is told is shown, and a pause shows what waits.
+    // A batch shows only the last of several texts for a widget; a pause shows all queued work.
     void batchesShowTheLatest()
     {
         auto *field = m_window->find<QLineEdit>("lineEdit_spt");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is known of serial ports, and what is said when one does not do.
+// Identities of serial ports, and the messages about a port that cannot be used.
 #include "link/serialline.h"
 #include "link/serialports.h"
 #include "support/boxanswerer.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The window's flight recorder: what passed the line, saved by Ctrl+S, marked by Ctrl+M, and nothing unasked.
+// The window's flight recorder: saved by Ctrl+S, marked by Ctrl+M, never written unasked.
 #include "link/commandchannel.h"
 #include "protocol/frame.h"
 #include "session/notes.h"
@@ -99,7 +99,7 @@ void TestRecorder::fullDiskIsSaid()
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("full.pcapng"));
     QVERIFY(QFile::link(QStringLiteral("/dev/full"), path));
-    BoxAnswerer boxes; // also asked whether to replace what is there
+    BoxAnswerer boxes; // also asked whether to replace the file
     answerPanel<QFileDialog>("lineSave", path);
     QTRY_COMPARE(boxes.seen().size(), 2);
     QCOMPARE(boxes.seen().last(),

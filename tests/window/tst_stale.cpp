@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A window that shows what is no longer so says it, and comes back by itself.
+// A window whose contents are out of date says so, and recovers by itself.
 #include "app/linemonitor.h"
 #include "link/commandchannel.h"
 #include "link/linetraffic.h"
@@ -68,7 +68,7 @@ private slots:
         QVERIFY(bench.find<QToolBar>("band")->accessibleDescription().contains(QStringLiteral("Serialport > open")));
 
         bench.window().Serialport_open();
-        QVERIFY(isBanded(bench) && isVeiled(bench)); // what is shown is still old
+        QVERIFY(isBanded(bench) && isVeiled(bench)); // the contents are still old
         bench.line().write("no frame");
         QTRY_VERIFY(lampText(bench).startsWith(QStringLiteral("receiving")));
         QVERIFY(isBanded(bench) && isVeiled(bench));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The tools that other tests lean on do what they say.
+// The tools of the other tests work.
 #include "support/cuttingproxy.h"
 
 #include <QSerialPort>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What comes late comes neither early nor much too late. The clock runs ahead while the window waits.
+// Delayed work comes neither early nor much too late. The clock runs ahead while the window waits.
 #include "link/commandchannel.h"
 #include "link/linetraffic.h"
 #include "support/fixtures.h"
@@ -19,7 +19,7 @@ constexpr bool isAbout(qint64 ms, int wanted)
     return ms >= wanted - wanted / 20 - 1 && ms <= wanted + wanted / 4 + 250;
 }
 
-/// What the window sends while this lives, and when.
+/// Commands sent while this lives, with their times.
 class Log : public QObject
 {
 public:
