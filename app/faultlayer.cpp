@@ -53,9 +53,14 @@ void paintOutline(QPainter &painter, const QRectF &outline, QRgb colour)
     painter.drawRoundedRect(outline, radius, radius);
 }
 
-// Beside a way's first corner, where it hides neither of its ends; at an outline's upper right corner.
+// Beside a way's first corner, where it hides neither of its ends; at an outline's upper right corner, or across its
+// right edge.
 QRectF placeOfWords(const FaultMark &mark, const QSizeF &size)
 {
+    const bool low = mark.outline.height() < 3 * size.height();
+    if (mark.way.size() < 2 && low) // where the text is, is no room
+        return {mark.outline.right() - size.width() / 2, mark.outline.center().y() - size.height() / 2, size.width(),
+                size.height()};
     if (mark.way.size() < 2)
         return {mark.outline.right() - size.width(), mark.outline.top() - size.height() / 2, size.width(),
                 size.height()};

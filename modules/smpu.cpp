@@ -98,7 +98,7 @@ void markRow(FaultLayer::Marks &marks, const FaultLayer &layer, const Form &form
     const QRectF limits = layer.place(*(form.*row.start)).united(layer.place(*(form.*row.end)));
     const QRectF right = layer.place(*(form.*row.rights[fault.master]));
     marks.push_back({limits, {}, {}});
-    marks.push_back({right, {}, QStringLiteral("Fault %1").arg(number)});
+    marks.push_back({right, {}, QString::number(number)});
 }
 
 } // namespace

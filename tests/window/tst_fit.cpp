@@ -31,7 +31,7 @@ struct Text {
 
 constexpr Text widest[] = {
     {"lineEdit_FCCUdetectime", "500000.00"},
-    {"lineEdit_CRC_calTime", "2.553334"},
+    {"lineEdit_CRC_calTime", "Calculate Time:2.553334"},
     {"lineEdit_cse_proess", "123456 us"},
     {"lineEdit_smpu0_Startadress", "0xDDDDDDDD"},
     {"lineEdit_smpu0_Endaddress", "0xDDDDDDDD"},
@@ -215,6 +215,7 @@ private slots:
     {
         onEveryPage([](const QString &) {});
         QTRY_VERIFY(!m_bench.find<QLineEdit>("lineEdit_swt_2_mode")->text().isEmpty());
+        m_bench.window().FCCUDataFrameUnpack(2, 5, QByteArray::fromHex("6B 3F800000")); // an ID of three digits
         for (const Text &row : widest) {
             auto *widget = m_bench.find<QWidget>(row.field);
             if (auto *field = qobject_cast<QLineEdit *>(widget))
