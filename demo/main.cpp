@@ -148,6 +148,7 @@ int main(int argc, char *argv[])
 
     return runWorkbench(application, [&](MainWindow &window) {
         if (replay) {
+            window.addToolBarBreak(Qt::BottomToolBarArea); // a line of its own, below the presenter's banner
             window.addToolBar(Qt::BottomToolBarArea, new TransportBar(*replay, &window));
             QObject::connect(replay.get(), &ReplayProcess::recalled, &window,
                              [](const QByteArray &command) { emit lineTraffic().recalled(command + '\n'); });
