@@ -24,7 +24,7 @@ using script::Act;
 using script::Step;
 using tutorial::Chapter;
 
-constexpr QSize kWindow(1920, 900); // with the captions beneath it 16:9
+constexpr QSize kFilmedWindow(1920, 900); // with the captions beneath it 16:9
 constexpr int kCardMs = 5000;
 constexpr int kReadMs = 1100; // to find the caption; then so much a character
 constexpr int kReadMsPerCharacter = 38;
@@ -197,7 +197,7 @@ void Narrator::type(QWidget &field, const QString &text)
 
 bool recordTutorial(MainWindow &window, const QString &file)
 {
-    window.resize(kWindow);
+    window.resize(kFilmedWindow);
     Narrator narrator(window);
     delayMs(kAfterMs);
     Recorder recorder(file, narrator.size());

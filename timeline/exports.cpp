@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "timeline/exports.h"
 
+#include "session/clock.h"
 #include "protocol/fccu.h"
 #include "timeline/picture.h"
 
@@ -22,15 +23,15 @@ namespace timeline {
 
 namespace {
 
-constexpr qint64 kSecond = 1'000'000'000;
 constexpr double kSharpness = 2;
 constexpr char kHeading[] = "time,kind,mechanism,fault_id,detection_us,source,text\r\n";
 
 // "2026-11-21T14:03:22.123456789Z"
 QString timeText(qint64 time)
 {
-    return QDateTime::fromSecsSinceEpoch(time / kSecond, Qt::UTC).toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss."))
-        + QStringLiteral("%1Z").arg(time % kSecond, 9, 10, QLatin1Char('0'));
+    return QDateTime::fromSecsSinceEpoch(time / session::kPerSecond, Qt::UTC)
+               .toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss."))
+        + QStringLiteral("%1Z").arg(time % session::kPerSecond, 9, 10, QLatin1Char('0'));
 }
 
 QString quoted(QString text)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "timeline/scale.h"
 
+#include "session/clock.h"
+
 #include <QDateTime>
 
 #include <array>
@@ -10,19 +12,33 @@ namespace timeline {
 
 namespace {
 
-constexpr qint64 kSecond = 1'000'000'000;
-constexpr qint64 kMinute = 60 * kSecond;
+constexpr qint64 kMinute = 60 * session::kPerSecond;
 constexpr qint64 kHour = 60 * kMinute;
 
 // Beyond a second: steps that clocks have.
-constexpr std::array longSteps = {kSecond,      2 * kSecond,  5 * kSecond,    10 * kSecond,  15 * kSecond,
-                                  30 * kSecond, kMinute,      2 * kMinute,    5 * kMinute,   10 * kMinute,
-                                  15 * kMinute, 30 * kMinute, kHour,          2 * kHour,     6 * kHour,
-                                  12 * kHour,   24 * kHour,   2 * 24 * kHour, 7 * 24 * kHour};
+constexpr std::array longSteps = {session::kPerSecond,
+                                  2 * session::kPerSecond,
+                                  5 * session::kPerSecond,
+                                  10 * session::kPerSecond,
+                                  15 * session::kPerSecond,
+                                  30 * session::kPerSecond,
+                                  kMinute,
+                                  2 * kMinute,
+                                  5 * kMinute,
+                                  10 * kMinute,
+                                  15 * kMinute,
+                                  30 * kMinute,
+                                  kHour,
+                                  2 * kHour,
+                                  6 * kHour,
+                                  12 * kHour,
+                                  24 * kHour,
+                                  2 * 24 * kHour,
+                                  7 * 24 * kHour};
 
 qint64 stepFor(double least)
 {
-    for (qint64 decade = 1; decade < kSecond; decade *= 10) {
+    for (qint64 decade = 1; decade < session::kPerSecond; decade *= 10) {
         for (const qint64 step : {decade, 2 * decade, 5 * decade}) {
             if (static_cast<double>(step) >= least)
                 return step;
@@ -36,14 +52,14 @@ qint64 stepFor(double least)
 int decimalsOf(qint64 step)
 {
     int decimals = 0;
-    for (; step % kSecond != 0; step *= 10)
+    for (; step % session::kPerSecond != 0; step *= 10)
         ++decimals;
     return decimals;
 }
 
 QDateTime localTime(qint64 time)
 {
-    return QDateTime::fromSecsSinceEpoch(time / kSecond);
+    return QDateTime::fromSecsSinceEpoch(time / session::kPerSecond);
 }
 
 } // namespace
@@ -83,7 +99,7 @@ QString clockText(qint64 time, int decimals)
     const QString whole = localTime(time).toString(QStringLiteral("HH:mm:ss"));
     if (decimals == 0)
         return whole;
-    const QString fraction = QStringLiteral("%1").arg(time % kSecond, 9, 10, QLatin1Char('0'));
+    const QString fraction = QStringLiteral("%1").arg(time % session::kPerSecond, 9, 10, QLatin1Char('0'));
     return whole + QLatin1Char('.') + fraction.left(decimals);
 }
 
@@ -91,7 +107,7 @@ std::vector<Tick> ticksOf(const Scale &scale, int apart)
 {
     const Span &span = scale.span();
     const qint64 step = stepFor(static_cast<double>(span.length()) * apart / scale.width());
-    const qint64 offset = localTime(span.from).offsetFromUtc() * kSecond;
+    const qint64 offset = localTime(span.from).offsetFromUtc() * session::kPerSecond;
     std::vector<Tick> ticks;
     for (qint64 time = (span.from + offset) / step * step - offset; time < span.to; time += step) {
         if (time >= span.from)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "timeline/view.h"
 
+#include "session/clock.h"
 #include "timeline/observer.h"
 
 #include <QApplication>
@@ -15,9 +16,8 @@ namespace timeline {
 
 namespace {
 
-constexpr qint64 kSecond = 1'000'000'000;
-constexpr qint64 kFirstSpan = 60 * kSecond;
-constexpr qint64 kLatestEnd = qint64{8} * 1'000'000'000 * kSecond; // far from where times run over
+constexpr qint64 kFirstSpan = 60 * session::kPerSecond;
+constexpr qint64 kLatestEnd = qint64{8} * 1'000'000'000 * session::kPerSecond; // far from where times run over
 constexpr int kRepaintMs = 40;
 constexpr int kSlowestMs = 1000;
 constexpr double kStep = 1.25; // of the wheel
