@@ -82,6 +82,20 @@ void paintWords(QPainter &painter, const FaultMark &mark, QRgb colour)
     painter.drawText(place, Qt::AlignCenter, mark.words);
 }
 
+// A record has up to 255 faults, but few places for them: the first at each is marked.
+FaultLayer::Marks distinct(const FaultLayer::Marks &marks)
+{
+    FaultLayer::Marks kept;
+    for (const FaultMark &mark : marks) {
+        const auto isThere = [&mark](const FaultMark &other) {
+            return other.outline == mark.outline && other.way == mark.way && other.isFault == mark.isFault;
+        };
+        if (std::none_of(kept.begin(), kept.end(), isThere))
+            kept.push_back(mark);
+    }
+    return kept;
+}
+
 } // namespace
 
 FaultLayer::FaultLayer(QWidget &covered) : QWidget(&covered)
@@ -117,20 +131,33 @@ bool FaultLayer::eventFilter(QObject *watched, QEvent *event)
 
 void FaultLayer::paintEvent(QPaintEvent *)
 {
-    QPainter painter(this);
+    Marks marks = distinct(m_marks ? m_marks() : Marks{});
+    const QSize size = this->size() * devicePixelRatioF();
+    if (marks != m_drawn || size != m_picture.size()) {
+        m_drawn = std::move(marks);
+        m_picture = QPixmap(size);
+        m_picture.setDevicePixelRatio(devicePixelRatioF());
+        m_picture.fill(Qt::transparent);
+        drawMarks();
+    }
+    QPainter(this).drawPixmap(0, 0, m_picture);
+}
+
+void FaultLayer::drawMarks()
+{
+    QPainter painter(&m_picture);
     painter.setRenderHint(QPainter::Antialiasing);
     QFont bold = font();
     bold.setBold(true);
     painter.setFont(bold);
-    const Marks marks = m_marks ? m_marks() : Marks{};
-    for (const FaultMark &mark : marks) {
+    for (const FaultMark &mark : m_drawn) {
         const QRgb colour = mark.isFault ? kFault : kDrawing;
         if (!mark.outline.isEmpty())
             paintOutline(painter, mark.outline, colour);
         if (mark.way.size() > 1)
             paintWay(painter, mark.way, colour);
     }
-    for (const FaultMark &mark : marks) {
+    for (const FaultMark &mark : m_drawn) {
         if (!mark.words.isEmpty())
             paintWords(painter, mark, mark.isFault ? kFault : kDrawing);
     }
