@@ -65,19 +65,39 @@ with open(path("campaign/report.json"), encoding="utf-8") as file:
     report = json.load(file)
 jsonschema.validate(report, report_schema)
 
-# A figure's packets are those of the recording that it comes from.
+# A figure's packets are those of the recording that it comes from: its report ends in the packet that is named.
+def contents(block):
+    """Direction (0: sent) and bytes of a packet."""
+    direction, at = None, 28
+    while True:
+        tag, length = struct.unpack_from(">HH", block, at)
+        at += 4
+        if tag == 0:
+            return direction, block[at:28 + struct.unpack_from("<I", block, 20)[0]]
+        if tag == 35:
+            direction = block[at + length - 1]
+        at += length
+
+
+def ends_in(number, header):
+    stream = lambda count: b"".join(data for direction, data in packets[:count] if direction == 1)
+    received, before = stream(number), len(stream(number - 1))
+    starts = [at for at in range(len(received) - 7) if received.startswith(header, at)]
+    return any(before < at + 12 + struct.unpack_from(">H", received, at + 6)[0] <= len(received) for at in starts)
+
+
 with open(path("campaign/recording.pcapng"), "rb") as file:
     recording = file.read()
 packets, at = [], 0
 while at < len(recording):
     kind, length = struct.unpack_from("<II", recording, at)
-    packets += [recording[at:at + length]] if kind == 6 else []
+    packets += [contents(recording[at:at + length])] if kind == 6 else []
     at += length
 reports = {"crc-32": b"\x06\x03", "xbic-0": b"\x0c\x02", "regp-soft": b"\x05\x01"}
 for case in report["cases"]:
     numbers = case["runs"][0]["packets"]
-    assert case["inject"].encode() + b"\r\n" in packets[numbers["injection"] - 1], case
-    assert b"\xa5\xc3\0\0" + reports[case["id"]] in packets[numbers["detection"] - 1], case
+    assert packets[numbers["injection"] - 1] == (0, case["inject"].encode() + b"\r\n"), case
+    assert ends_in(numbers["detection"], b"\xa5\xc3\0\0" + reports[case["id"]]), case
 
 # One answer changed and one taken away; a frame of no module; a mark; text with everything that must be escaped.
 with open(path("answers"), "rb") as file:
