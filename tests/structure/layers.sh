@@ -33,4 +33,10 @@ forbid cli app modules console help timeline presenter demo
 forbid link session app modules console help timeline presenter simulator support demo cli
 grep -rnE '#include <Q(Widget|Label|Dialog|Main|Message)' protocol link session simulator cli --include='*.h' --include='*.cpp' \
     | grep -v serialportconfig && { echo "-> no widgets below the program"; status=1; }
+# A test that no list names would never run.
+for source in tests/*/tst_*.cpp; do
+    name=$(basename "$source" .cpp)
+    grep -qwE "$name|${name#tst_}" tests/CMakeLists.txt "$(dirname "$source")"/CMakeLists.txt 2>/dev/null \
+        || { echo "-> $source is in no list of tests"; status=1; }
+done
 exit $status
