@@ -206,10 +206,8 @@ QWidget *LinePanel::makeRecorder()
         button->setObjectName(QLatin1String(row.name));
         button->setToolTip(QString::fromLatin1(row.toolTip));
         layout->addWidget(button);
-        connect(button, &QPushButton::clicked, this, [this, pressed = row.pressed] {
-            close();
-            (m_recorder->*pressed)();
-        });
+        connect(button, &QPushButton::clicked, this, &QWidget::close);
+        connect(button, &QPushButton::clicked, m_recorder, row.pressed);
     }
     return box;
 }

@@ -6,6 +6,8 @@
 
 namespace {
 
+constexpr int kUsualLength = 384; // bytes of most lines
+
 template <class Float> QByteArray shortest(Float value)
 {
     if (!std::isfinite(value))
@@ -42,9 +44,10 @@ QByteArray jsonNumber(float value)
     return shortest(value);
 }
 
-JsonLine::JsonLine(const char *kind) : m_json("{\"v\":1,\"kind\":\"")
+JsonLine::JsonLine(const char *kind)
 {
-    m_json.append(kind).append('"');
+    m_json.reserve(kUsualLength);
+    m_json.append("{\"v\":1,\"kind\":\"").append(kind).append('"');
 }
 
 JsonLine &JsonLine::raw(const char *name, const QByteArray &json)

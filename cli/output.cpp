@@ -14,6 +14,11 @@ constexpr int kAtOnce = 64 * 1024;
 
 } // namespace
 
+Output::Output()
+{
+    m_waiting.reserve(2 * kAtOnce); // kept also when it is emptied
+}
+
 void Output::line(const QByteArray &utf8)
 {
     m_waiting.append(utf8).append('\n');

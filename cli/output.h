@@ -10,7 +10,7 @@
 class Output
 {
 public:
-    Output() = default;
+    Output();
     ~Output() { flush(); }
     Output(const Output &) = delete;
     Output &operator=(const Output &) = delete;

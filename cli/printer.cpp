@@ -14,6 +14,7 @@ using protocol::Field;
 constexpr char kEscape[] = "\x1B[";
 constexpr int kModuleWidth = 6;
 constexpr int kReportWidth = 15;
+constexpr int kUsualLength = 256; // bytes of most reports' fields as JSON
 
 QByteArray padded(const QByteArray &text, int width)
 {
@@ -123,6 +124,7 @@ QString pairsText(const QVector<Field> &fields)
 QByteArray fieldsJson(const QVector<Field> &fields)
 {
     QByteArray json;
+    json.reserve(kUsualLength);
     appendObject(json, fields);
     return json;
 }

@@ -72,8 +72,10 @@ template <class S> S decode(const QByteArray &payload)
 
 template <class S> QVector<Field> fieldsOf(const S &report)
 {
+    const auto &layout = layoutOf(&report);
     QVector<Field> fields;
-    for (const Row<S> &row : layoutOf(&report)) {
+    fields.reserve(static_cast<int>(std::size(layout)));
+    for (const Row<S> &row : layout) {
         if (row.notes.onlyWhen >= 0 && fields.first().value.toInt() != row.notes.onlyWhen)
             continue;
         Field field{QLatin1String(row.name), {}, QLatin1String(row.notes.unit), {}, {}, row.access.records != nullptr};
@@ -85,7 +87,7 @@ template <class S> QVector<Field> fieldsOf(const S &report)
                 continue;
             field.text = wordsOf(field.value, row.notes);
         }
-        fields.append(field);
+        fields.append(std::move(field));
     }
     return fields;
 }

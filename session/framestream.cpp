@@ -3,6 +3,17 @@
 
 namespace session {
 
+namespace {
+
+constexpr int kRoom = 4096; // for most arrivals
+
+} // namespace
+
+FrameStream::FrameStream()
+{
+    m_remainder.reserve(kRoom); // kept also when it is emptied
+}
+
 const QList<frameData> &FrameStream::take(const QByteArray &bytes)
 {
     if (!m_remainder.startsWith(protocol::kSync0)) {

@@ -12,6 +12,7 @@ namespace session {
 class FrameStream
 {
 public:
+    FrameStream();
     /// The frames that `bytes` complete, valid until the next call.
     const QList<frameData> &take(const QByteArray &bytes);
     /// Bytes of a frame that has not ended yet.

@@ -8,6 +8,7 @@
 #include <QDockWidget>
 
 class QComboBox;
+class QHBoxLayout;
 class QLabel;
 class QToolButton;
 
@@ -33,7 +34,7 @@ public:
     QString exportTo(const QString &path) const;
 
 private:
-    void addTools(class QHBoxLayout &row);
+    void addTools(QHBoxLayout &row);
     QToolButton *addButton(QHBoxLayout &row, const QString &text, const QString &name, const QString &hint);
     void choose(int fault);
     void showSelected(int fault);

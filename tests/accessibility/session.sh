@@ -5,8 +5,8 @@
 # The bus comes when the window is there: a program that finds it when it starts can miss it (Qt 5.15).
 set -euo pipefail
 
-wait_for() { # COMMAND...: at most 15 s
-    for _ in {1..150}; do
+wait_for() { # COMMAND...: at most a minute, for a busy machine
+    for _ in {1..600}; do
         if "$@"; then return; fi
         sleep 0.1
     done
