@@ -268,58 +268,83 @@ int openRaw(const QString &tty)
     return file;
 }
 
-// One arrival each 5 ms for ten seconds, numbered; how far from its moment each is read.
-void serving(benchmark::State &state)
+constexpr std::size_t kServed = 2000;
+constexpr qint64 kApart = 5'000'000; // ns
+
+// One arrival each 5 ms for ten seconds, numbered.
+QString servedTape()
 {
-    constexpr int count = 2000;
-    constexpr qint64 apart = 5'000'000;
     QByteArray tape = session::encodeStart(QStringLiteral("benchmark"), {QStringLiteral("p")});
-    for (int i = 0; i < count; ++i)
+    for (std::size_t i = 0; i < kServed; ++i)
         session::appendPacket(tape,
-                              {i * apart, session::Direction::Received, QByteArray(1, static_cast<char>(i)), {}, 0});
+                              {static_cast<qint64>(i) * kApart,
+                               session::Direction::Received,
+                               QByteArray(1, static_cast<char>(i)),
+                               {},
+                               0});
     QFile file(folder().filePath(QStringLiteral("tape")));
     file.open(QIODevice::WriteOnly);
     file.write(tape);
-    file.close();
-    std::vector<double> off;
-    double drift = 0;
-    for (auto _ : state) {
-        QProcess server;
-        server.start(tool(), {QStringLiteral("serve"), file.fileName()});
-        while (!server.canReadLine())
-            server.waitForReadyRead(-1);
-        const int line = openRaw(QString::fromUtf8(server.readLine()).trimmed().mid(5));
-        std::vector<double> at;
-        char bytes[64];
-        while (at.size() < count) {
-            const ssize_t got = read(line, bytes, sizeof bytes);
-            const double now = seconds(Clock::now().time_since_epoch());
-            at.insert(at.end(), static_cast<std::size_t>(std::max<ssize_t>(got, 0)), now);
-            if (got <= 0)
-                break;
-        }
-        close(line);
-        server.waitForFinished(-1);
-        // The moment of the first is unknown by its own lateness: the earliest of all tells the schedule.
-        double start = 1e18;
-        for (std::size_t i = 0; i < at.size(); ++i)
-            start = std::min(start, at[i] - static_cast<double>(i) * apart / 1e9);
-        off.clear();
-        for (std::size_t i = 0; i < at.size(); ++i)
-            off.push_back((at[i] - static_cast<double>(i) * apart / 1e9 - start) * 1e3);
-        const auto median = [&off](std::size_t from, std::size_t to) {
-            std::vector<double> part(off.begin() + static_cast<std::ptrdiff_t>(from),
-                                     off.begin() + static_cast<std::ptrdiff_t>(to));
-            std::nth_element(part.begin(), part.begin() + static_cast<std::ptrdiff_t>(part.size() / 2), part.end());
-            return part[part.size() / 2];
-        };
-        drift = median(off.size() * 9 / 10, off.size()) - median(0, off.size() / 10);
-        std::sort(off.begin(), off.end());
-        state.SetIterationTime(off[off.size() / 2] / 1e3);
+    return file.fileName();
+}
+
+// When each byte of the served tape is read, in seconds.
+std::vector<double> arrivalsOf(const QString &tape)
+{
+    QProcess server;
+    server.start(tool(), {QStringLiteral("serve"), tape});
+    while (!server.canReadLine())
+        server.waitForReadyRead(-1);
+    const int line = openRaw(QString::fromUtf8(server.readLine()).trimmed().mid(5));
+    std::vector<double> at;
+    char bytes[64];
+    while (at.size() < kServed) {
+        const ssize_t got = read(line, bytes, sizeof bytes);
+        const double now = seconds(Clock::now().time_since_epoch());
+        at.insert(at.end(), static_cast<std::size_t>(std::max<ssize_t>(got, 0)), now);
+        if (got <= 0)
+            break;
     }
+    close(line);
+    server.waitForFinished(-1);
+    return at;
+}
+
+// How far each is from its moment, in milliseconds. The moment of the first is unknown by its own lateness: the earliest
+// of all tells the schedule.
+std::vector<double> lateness(std::vector<double> at)
+{
+    double start = 1e18;
+    for (std::size_t i = 0; i < at.size(); ++i) {
+        at[i] = (at[i] - static_cast<double>(i) * kApart / 1e9) * 1e3;
+        start = std::min(start, at[i]);
+    }
+    for (double &time : at)
+        time -= start;
+    return at;
+}
+
+double medianOf(std::vector<double>::const_iterator from, std::vector<double>::const_iterator to)
+{
+    std::vector<double> part(from, to);
+    const auto middle = part.begin() + static_cast<std::ptrdiff_t>(part.size() / 2);
+    std::nth_element(part.begin(), middle, part.end());
+    return *middle;
+}
+
+void serving(benchmark::State &state)
+{
+    const QString tape = servedTape();
+    std::vector<double> off;
+    for (auto _ : state) {
+        off = lateness(arrivalsOf(tape));
+        state.SetIterationTime(medianOf(off.begin(), off.end()) / 1e3);
+    }
+    const auto tenth = static_cast<std::ptrdiff_t>(off.size() / 10);
+    state.counters["ms_drift"] = medianOf(off.end() - tenth, off.end()) - medianOf(off.begin(), off.begin() + tenth);
+    std::sort(off.begin(), off.end());
     state.counters["ms_p99"] = off[off.size() * 99 / 100];
     state.counters["ms_max"] = off.back();
-    state.counters["ms_drift"] = drift;
 }
 
 } // namespace

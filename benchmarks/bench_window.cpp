@@ -288,12 +288,8 @@ void consoleLines(benchmark::State &state)
     }
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+void registerReports()
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const Application application(argc, argv); // cppcheck-suppress unreadVariable
     for (const Report &report : reports) {
         const QByteArray pair = encoded(report, report.first) + encoded(report, report.second);
         benchmark::RegisterBenchmark(report.name, decoding, report.page, pair, 2, 1500)
@@ -312,6 +308,10 @@ int main(int argc, char **argv)
             ->Unit(benchmark::kMillisecond)
             ->Iterations(3);
     }
+}
+
+void registerFloods()
+{
     benchmark::RegisterBenchmark("largest checksum", largestBlock)
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond)
@@ -330,6 +330,16 @@ int main(int argc, char **argv)
         ->UseManualTime()
         ->Unit(benchmark::kSecond)
         ->Iterations(1);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const Application application(argc, argv); // cppcheck-suppress unreadVariable
+    registerReports();
+    registerFloods();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -24,14 +24,29 @@
 
 namespace {
 
-// Options of the virtual board that are passed on to it as they are.
-struct BoardOption {
+struct Option {
     const char *name;
-    const char *value;
+    const char *value; // what stands for it in the help; a switch has none
     const char *help;
+    const char *usual = "";
 };
 
-constexpr BoardOption boardOptions[] = {
+constexpr Option ownOptions[] = {
+    {"boards", "N", "Number of boards (default 1).", "1"},
+    {"present", "", "Play the speaker's script by itself, again and again."},
+    {"rounds", "N", "End after N rounds of the script; fail where a step could not be taken.", "0"},
+    {"stay", "SECONDS", "Let each step of the script stay SECONDS in place of its own time.", "0"},
+    {"replay", "FILE", "Play the recording FILE instead of a virtual board."},
+    {"speed", "N", "Replay N times as fast (default 1).", "1"},
+    {"from", "SECONDS", "Replay from the second SECONDS on (default 0).", "0"},
+    {"tour", "DIR", "Save a picture of every page in DIR, then end."},
+    {"size", "WIDTHxHEIGHT", "Size of the window for the tour."},
+    {"screenshots", "DIR", "Save the pictures of the manual in DIR, then end."},
+    {"tutorial", "FILE", "Play the tutorial, record it with ffmpeg in FILE, then end."},
+};
+
+// Passed on to the virtual board as they are.
+constexpr Option boardOptions[] = {
     {"seed", "N", "Seed of the boards' chance."},
     {"noise", "RATE", "A bad cable: flip each bit with this probability."},
     {"drop", "RATE", "A bad cable: lose each byte with this probability."},
@@ -40,12 +55,36 @@ constexpr BoardOption boardOptions[] = {
     {"hang-up", "AFTER", "A bad cable: unplugged AFTER seconds, plugged in again 1 s later, again and again."},
 };
 
+template <std::size_t count> void addOptions(QCommandLineParser &parser, const Option (&options)[count])
+{
+    for (const Option &option : options)
+        parser.addOption({QString::fromLatin1(option.name), QString::fromLatin1(option.help),
+                          QString::fromLatin1(option.value), QString::fromLatin1(option.usual)});
+}
+
+void parse(QCommandLineParser &parser, const QApplication &application)
+{
+    parser.setApplicationDescription(QStringLiteral("Runs the safety workbench in front of virtual boards."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    addOptions(parser, ownOptions);
+    addOptions(parser, boardOptions);
+    parser.process(application);
+}
+
+// Of the file or folder that the option names; empty without the option.
+QString pathIn(const QCommandLineParser &parser, const char *option)
+{
+    const QString name = QString::fromLatin1(option);
+    return parser.isSet(name) ? QDir().absoluteFilePath(parser.value(name)) : QString();
+}
+
 QStringList passedOn(const QCommandLineParser &parser)
 {
     QStringList options{QStringLiteral("--power-cycle-after"), QStringLiteral("5")};
     if (parser.isSet(QStringLiteral("screenshots")))
         options << QStringLiteral("--no-pace"); // the same pieces each time
-    for (const BoardOption &option : boardOptions) {
+    for (const Option &option : boardOptions) {
         const QString name = QString::fromLatin1(option.name);
         if (parser.isSet(name))
             options << QStringLiteral("--") + name << parser.value(name);
@@ -69,102 +108,77 @@ std::vector<std::unique_ptr<BoardProcess>> startBoards(int count, const QStringL
     return boards;
 }
 
+bool allRun(const std::vector<std::unique_ptr<BoardProcess>> &boards)
+{
+    for (const auto &board : boards) {
+        if (!board->isRunning()) {
+            QTextStream(stderr) << "The virtual board did not start: " << board->errorString() << Qt::endl;
+            return false;
+        }
+    }
+    return true;
+}
+
+void addStrip(MainWindow &window, ReplayProcess &replay)
+{
+    window.addToolBarBreak(Qt::BottomToolBarArea); // a line of its own, below the presenter's banner
+    window.addToolBar(Qt::BottomToolBarArea, new TransportBar(replay, &window));
+    QObject::connect(&replay, &ReplayProcess::recalled, &window,
+                     [](const QByteArray &command) { emit lineTraffic().recalled(command + '\n'); });
+}
+
+// What the command line asks to be shown in the window, once it is open; then the program ends.
+std::function<bool()> showIn(MainWindow &window, const QCommandLineParser &parser, const QStringList &ports)
+{
+    if (const QString file = pathIn(parser, "tutorial"); !file.isEmpty())
+        return [&window, file] { return recordTutorial(window, file); };
+    if (const QString folder = pathIn(parser, "screenshots"); !folder.isEmpty())
+        return [&window, folder, ports] { return takeScreenshots(window, folder, ports); };
+    if (const QString folder = pathIn(parser, "tour"); !folder.isEmpty())
+        return [&window, folder] { return takeTour(window, folder); };
+    return {};
+}
+
+void begin(MainWindow &window, const QCommandLineParser &parser, const QStringList &ports)
+{
+    const QStringList size = parser.value(QStringLiteral("size")).split(QLatin1Char('x'));
+    if (size.size() == 2)
+        window.resize(size[0].toInt(), size[1].toInt());
+    if (parser.isSet(QStringLiteral("present")))
+        present(window, parser.value(QStringLiteral("rounds")).toInt(),
+                parser.value(QStringLiteral("stay")).toDouble());
+    else if (const auto show = showIn(window, parser, ports))
+        QTimer::singleShot(0, &window, [show] { QApplication::exit(show() ? 0 : 1); });
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
     Application application(argc, argv, QStringLiteral("safety-workbench-demo"));
     QApplication::setApplicationVersion(QStringLiteral(WORKBENCH_VERSION));
-
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Runs the safety workbench in front of virtual boards."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption tutorialOption(
-        QStringLiteral("tutorial"), QStringLiteral("Play the tutorial, record it with ffmpeg in FILE, then end."),
-        QStringLiteral("FILE"));
-    parser.addOption(tutorialOption);
-    const QCommandLineOption boardsOption(QStringLiteral("boards"), QStringLiteral("Number of boards (default 1)."),
-                                          QStringLiteral("N"), QStringLiteral("1"));
-    const QCommandLineOption tourOption(QStringLiteral("tour"),
-                                        QStringLiteral("Save a picture of every page in DIR, then end."),
-                                        QStringLiteral("DIR"));
-    const QCommandLineOption sizeOption(QStringLiteral("size"), QStringLiteral("Size of the window for the tour."),
-                                        QStringLiteral("WIDTHxHEIGHT"));
-    const QCommandLineOption screenshotsOption(QStringLiteral("screenshots"),
-                                               QStringLiteral("Save the pictures of the manual in DIR, then end."),
-                                               QStringLiteral("DIR"));
-    const QCommandLineOption replayOption(QStringLiteral("replay"),
-                                          QStringLiteral("Play the recording FILE instead of a virtual board."),
-                                          QStringLiteral("FILE"));
-    const QCommandLineOption speedOption(QStringLiteral("speed"), QStringLiteral("Replay N times as fast (default 1)."),
-                                         QStringLiteral("N"), QStringLiteral("1"));
-    const QCommandLineOption fromOption(QStringLiteral("from"),
-                                        QStringLiteral("Replay from the second SECONDS on (default 0)."),
-                                        QStringLiteral("SECONDS"), QStringLiteral("0"));
-    const QCommandLineOption presentOption(QStringLiteral("present"),
-                                           QStringLiteral("Play the speaker's script by itself, again and again."));
-    const QCommandLineOption roundsOption(
-        QStringLiteral("rounds"),
-        QStringLiteral("End after N rounds of the script; fail where a step could not be taken."), QStringLiteral("N"),
-        QStringLiteral("0"));
-    const QCommandLineOption stayOption(
-        QStringLiteral("stay"), QStringLiteral("Let each step of the script stay SECONDS in place of its own time."),
-        QStringLiteral("SECONDS"), QStringLiteral("0"));
-    parser.addOptions({presentOption, roundsOption, stayOption});
-    parser.addOptions({boardsOption, tourOption, sizeOption, screenshotsOption, replayOption, speedOption, fromOption});
-    for (const BoardOption &option : boardOptions)
-        parser.addOption(
-            {QString::fromLatin1(option.name), QString::fromLatin1(option.help), QString::fromLatin1(option.value)});
-    parser.process(application);
-
-    const QString tour = parser.isSet(tourOption) ? QDir(parser.value(tourOption)).absolutePath() : QString();
-    const QString screenshots =
-        parser.isSet(screenshotsOption) ? QDir(parser.value(screenshotsOption)).absolutePath() : QString();
-    const QStringList size = parser.value(sizeOption).split(QLatin1Char('x'));
-    const QString tutorial =
-        parser.isSet(tutorialOption) ? QDir().absoluteFilePath(parser.value(tutorialOption)) : QString();
-    const QString recording =
-        parser.isSet(replayOption) ? QDir().absoluteFilePath(parser.value(replayOption)) : QString();
+    parse(parser, application);
 
     std::unique_ptr<ReplayProcess> replay;
-    if (!recording.isEmpty()) {
-        replay = std::make_unique<ReplayProcess>(recording, parser.value(speedOption), parser.value(fromOption));
+    QStringList ports;
+    if (const QString recording = pathIn(parser, "replay"); !recording.isEmpty()) {
+        replay = std::make_unique<ReplayProcess>(recording, parser.value(QStringLiteral("speed")),
+                                                 parser.value(QStringLiteral("from")));
         if (!replay->isRunning())
             return 1; // it has said why
-    }
-    const auto boards = startBoards(replay ? 0 : parser.value(boardsOption).toInt(), passedOn(parser));
-    QStringList ports;
-    if (replay)
         ports.append(replay->tty());
-    for (const auto &board : boards) {
-        if (!board->isRunning()) {
-            QTextStream(stderr) << "The virtual board did not start: " << board->errorString() << Qt::endl;
-            return 1;
-        }
-        ports.append(board->tty());
     }
+    const auto boards = startBoards(replay ? 0 : parser.value(QStringLiteral("boards")).toInt(), passedOn(parser));
+    if (!allRun(boards))
+        return 1;
+    for (const auto &board : boards)
+        ports.append(board->tty());
     setAvailablePortNames([ports] { return ports; });
 
     return runWorkbench(application, [&](MainWindow &window) {
-        if (replay) {
-            window.addToolBarBreak(Qt::BottomToolBarArea); // a line of its own, below the presenter's banner
-            window.addToolBar(Qt::BottomToolBarArea, new TransportBar(*replay, &window));
-            QObject::connect(replay.get(), &ReplayProcess::recalled, &window,
-                             [](const QByteArray &command) { emit lineTraffic().recalled(command + '\n'); });
-        }
-        if (size.size() == 2)
-            window.resize(size[0].toInt(), size[1].toInt());
-        const auto show = [&](const std::function<bool()> &play) {
-            QTimer::singleShot(0, &window, [play] { QApplication::exit(play() ? 0 : 1); });
-        };
-        if (parser.isSet(presentOption))
-            present(window, parser.value(roundsOption).toInt(), parser.value(stayOption).toDouble());
-        else if (!tutorial.isEmpty())
-            show([&] { return recordTutorial(window, tutorial); });
-        else if (!screenshots.isEmpty())
-            show([&] { return takeScreenshots(window, screenshots, ports); });
-        else if (!tour.isEmpty())
-            show([&] { return takeTour(window, tour); });
+        if (replay)
+            addStrip(window, *replay);
+        begin(window, parser, ports);
     });
 }
