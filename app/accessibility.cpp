@@ -47,7 +47,7 @@ public:
     // "80, Green: on"; only what neither the name nor the description says already.
     QString text(QAccessible::Text kind) const override
     {
-        const QString words = QAccessibleWidget::text(kind);
+        QString words = QAccessibleWidget::text(kind);
         if (kind != QAccessible::Description)
             return words;
         const QString said = widget()->accessibleName() + QLatin1Char('\n') + words;

@@ -14,10 +14,12 @@ namespace indicator {
 namespace {
 
 struct ColourName {
-    int red, green, blue;
-    const char *name;
-    const char *meaning; // where the tooltip gives none
-    sign::Shape sign;
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+    const char *name = "";
+    const char *meaning = ""; // where the tooltip gives none
+    sign::Shape sign = sign::Shape::None;
     sign::Ink ink = sign::Ink::Dark;
 };
 

@@ -17,7 +17,7 @@ namespace {
 constexpr int kMostColumns = 4;
 constexpr int kColumnWidth = 290; // pixels, at most
 constexpr QSize kMargin(40, 90);  // between the sheet and the window
-constexpr QLatin1String kPagesGroup("Pages");
+constexpr char kPagesGroup[] = "Pages";
 
 struct Entry {
     QString keys;
@@ -63,7 +63,7 @@ Group &groupOf(std::vector<Group> &groups, const QWidget &window, QObject *owner
 std::vector<Group> groupsOf(const QWidget &window)
 {
     const QString everywhere = QStringLiteral("Everywhere");
-    std::vector<Group> groups = {{everywhere, -1, false, {}}, {QString(kPagesGroup), -1, false, {}}};
+    std::vector<Group> groups = {{everywhere, -1, false, {}}, {QString::fromLatin1(kPagesGroup), -1, false, {}}};
     const auto add = [&](QObject *owner, const QString &title, const QKeySequence &keys, const QString &what) {
         if (!keys.isEmpty() && !what.isEmpty())
             groupOf(groups, window, owner, title).entries.push_back({keys.toString(QKeySequence::NativeText), what});
@@ -74,7 +74,8 @@ std::vector<Group> groupsOf(const QWidget &window)
     const auto shortcuts = window.findChildren<QShortcut *>();
     for (const QShortcut *shortcut : shortcuts) {
         const bool turns = shortcut->whatsThis().startsWith(QLatin1String("Page "));
-        add(shortcut->parent(), turns ? QString(kPagesGroup) : everywhere, shortcut->key(), shortcut->whatsThis());
+        add(shortcut->parent(), turns ? QString::fromLatin1(kPagesGroup) : everywhere, shortcut->key(),
+            shortcut->whatsThis());
     }
     std::stable_sort(groups.begin(), groups.end(), [](const Group &a, const Group &b) { return a.order < b.order; });
     for (Group &group : groups) {

@@ -36,7 +36,7 @@ const Chronicle &million()
         std::mt19937 random(3);
         qint64 time = kStart;
         for (int i = 0; i < 1'000'000; ++i) {
-            time += random() % 1000 ? random() % 3'000'000 : random() % 1'000'000'000;
+            time += static_cast<qint64>(random() % 1000 ? random() % 3'000'000 : random() % 1'000'000'000);
             made.addFault(time, drawnFault(random));
             if (i % 100 == 0) {
                 made.addCommand(time, QStringLiteral("inject 7 1"));

@@ -37,5 +37,5 @@ done
 [ -d /usr/lib/python3/dist-packages/pyatspi ] || { echo "python3-pyatspi is missing"; exit 77; }
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-GSETTINGS_BACKEND=memory HOME=$folder XDG_RUNTIME_DIR=$folder \
+QT_QPA_PLATFORM=xcb GSETTINGS_BACKEND=memory HOME=$folder XDG_RUNTIME_DIR=$folder \
     xvfb-run -a -s "-screen 0 1600x1000x24" dbus-run-session -- "$0" "$1" "$2" inside
