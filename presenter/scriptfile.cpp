@@ -16,7 +16,7 @@ namespace {
 
 using script::Act;
 
-constexpr qint64 kLargestFile = 1024 * 1024;
+constexpr qint64 kLargestFile = qint64{1024} * 1024;
 constexpr int kMostSeconds = 3600;
 constexpr char kState[] = "label_FCCU_status";
 

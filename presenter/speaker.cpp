@@ -68,7 +68,7 @@ void Speaker::addKey(Qt::Key keys, const char *what, void (Speaker::*work)())
 
 QString Speaker::begin(const QString &path)
 {
-    const QString trouble = m_script.load(path);
+    QString trouble = m_script.load(path);
     if (!trouble.isEmpty())
         return trouble;
     m_speaking = true;
