@@ -134,7 +134,8 @@ void addFields(QVector<Shown> &shown, const QString &path, const QJsonObject &fi
             continue;
         if (!field->isArray())
             shown.append({name, plain(*field)});
-        for (const QJsonValue &element : field->toArray()) {
+        const QJsonArray elements = field->toArray();
+        for (const QJsonValue &element : elements) {
             if (element.isObject())
                 addFields(shown, name, element.toObject());
             else
