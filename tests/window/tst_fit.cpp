@@ -231,7 +231,7 @@ private slots:
         QTest::addColumn<QSize>("size");
         struct Screen {
             QSize size;
-            int mustFit; // up to this zoom
+            int mustFit = 0; // up to this zoom
         };
         const Screen screens[] = {{{1100, 700}, 100}, {{1366, 768}, 110}, {{1440, 900}, 125}, {{1920, 1080}, 150}};
         for (const int percent : {80, 100, 110, 125, 150}) {
@@ -320,9 +320,9 @@ private slots:
         zoom().set(100);
         QApplication::setActiveWindow(&m_bench.window());
         struct Row {
-            Qt::Key key;
+            Qt::Key key = Qt::Key_unknown;
             Qt::KeyboardModifiers modifiers;
-            int percent;
+            int percent = 0;
         };
         const Row rows[] = {{Qt::Key_Plus, Qt::ControlModifier, 110},
                             {Qt::Key_Equal, Qt::ControlModifier, 125},
