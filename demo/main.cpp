@@ -25,9 +25,9 @@
 namespace {
 
 struct Option {
-    const char *name;
-    const char *value; // what stands for it in the help; a switch has none
-    const char *help;
+    const char *name = "";
+    const char *value = ""; // what stands for it in the help; a switch has none
+    const char *help = "";
     const char *usual = "";
 };
 

@@ -4,6 +4,8 @@
 
 #include "protocol/memu.h"
 
+#include <QtGlobal>
+
 class FaultLayer;
 namespace Ui {
 class MainWindow;
@@ -23,6 +25,8 @@ public:
     void show(const protocol::memu::FaultRecord &record);
 
 private:
+    Q_DISABLE_COPY(MemuPage)
+
     const Ui::MainWindow &m_form;
     FaultLayer *const m_layer; // of the picture
     protocol::memu::FaultRecord m_faults = {};

@@ -4,6 +4,8 @@
 
 #include "protocol/spt.h"
 
+#include <QtGlobal>
+
 class FaultLayer;
 namespace Ui {
 class MainWindow;
@@ -23,6 +25,8 @@ public:
     void show(const protocol::spt::FaultRecord &record);
 
 private:
+    Q_DISABLE_COPY(SptPage)
+
     const Ui::MainWindow &m_form;
     FaultLayer *const m_layer;
     bool m_operands = false; // a fault was injected since the record was empty

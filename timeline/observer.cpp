@@ -9,11 +9,13 @@ namespace timeline {
 Observer::Observer(QObject *parent) : QObject(parent)
 {
     connect(&reportFeed(), &ReportFeed::reported, this, [this](const protocol::Report &report) {
-        if (const auto *fault = std::get_if<protocol::fccu::FaultEvent>(&report))
+        const auto *fault = std::get_if<protocol::fccu::FaultEvent>(&report);
+        const auto *notice = std::get_if<protocol::sys::RestartNotice>(&report);
+        if (fault)
             m_chronicle.addFault(now(), *fault);
-        else if (const auto *notice = std::get_if<protocol::sys::RestartNotice>(&report); notice && notice->restarted)
+        if (notice && notice->restarted)
             m_chronicle.addRestart(now());
-        else
+        if (!fault && !(notice && notice->restarted))
             return;
         emit grown();
     });

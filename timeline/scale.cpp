@@ -33,8 +33,8 @@ constexpr std::array longSteps = {session::kPerSecond,
                                   6 * kHour,
                                   12 * kHour,
                                   24 * kHour,
-                                  2 * 24 * kHour,
-                                  7 * 24 * kHour};
+                                  48 * kHour,
+                                  168 * kHour};
 
 qint64 stepFor(double least)
 {
@@ -96,7 +96,7 @@ qint64 Scale::start(int column) const
 
 QString clockText(qint64 time, int decimals)
 {
-    const QString whole = localTime(time).toString(QStringLiteral("HH:mm:ss"));
+    QString whole = localTime(time).toString(QStringLiteral("HH:mm:ss"));
     if (decimals == 0)
         return whole;
     const QString fraction = QStringLiteral("%1").arg(time % session::kPerSecond, 9, 10, QLatin1Char('0'));
