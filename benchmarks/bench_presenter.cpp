@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Presenter mode: from a fault frame's last byte on the line to the painted banner, at the line's full rate.
-#include "app/application.h"
+#include "benchmarks/windowbenchmarks.h"
 #include "app/reportfeed.h"
 #include "presenter/mode.h"
 #include "protocol/frame.h"
@@ -9,8 +9,6 @@
 
 #include <QApplication>
 #include <QTest>
-
-#include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <array>
@@ -129,11 +127,7 @@ BENCHMARK(bannerAtFullLine)->Iterations(1)->Unit(benchmark::kSecond);
 
 } // namespace
 
-int main(int argc, char *argv[])
+int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const Application application(argc, argv, QStringLiteral("bench_presenter"));
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return runWindowBenchmarks(argc, argv);
 }

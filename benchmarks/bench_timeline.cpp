@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The time line with many faults: a frame's painting at spans from everything to a microsecond, growth, and the log.
-#include "app/application.h"
+#include "benchmarks/windowbenchmarks.h"
 #include "timeline/exports.h"
 #include "timeline/picture.h"
 
 #include <QImage>
 #include <QPainter>
 #include <QTemporaryDir>
-
-#include <benchmark/benchmark.h>
 
 #include <random>
 
@@ -90,11 +88,7 @@ BENCHMARK(saveMillionAsLog)->Unit(benchmark::kSecond)->Iterations(1);
 
 } // namespace
 
-int main(int argc, char *argv[])
+int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const Application application(argc, argv, QStringLiteral("bench_timeline"));
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return runWindowBenchmarks(argc, argv);
 }

@@ -2,7 +2,7 @@
 // Decoding and painting: frames through a real pseudo-terminal into the shown window, each pair different so that
 // everything repaints. "line_rate" is the multiple of the real line's own rate for that frame (1958400 bit/s, ten bits a
 // byte).
-#include "app/application.h"
+#include "benchmarks/windowbenchmarks.h"
 #include "console/consoleform.h"
 #include "link/serialline.h"
 #include "protocol/fccu.h"
@@ -16,8 +16,6 @@
 #include <QTest>
 #include <QTextDocument>
 #include <QTimer>
-
-#include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <chrono>
@@ -336,11 +334,7 @@ void registerFloods()
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const Application application(argc, argv); // cppcheck-suppress unreadVariable
     registerReports();
     registerFloods();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return runWindowBenchmarks(argc, argv);
 }
