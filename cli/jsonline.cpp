@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "cli/jsonline.h"
 
-#include <charconv>
 #include <cmath>
 
 namespace {
@@ -23,15 +22,20 @@ void appendJson(QByteArray &to, const QString &text)
 {
     to.append('"');
     const QByteArray utf8 = text.toUtf8();
-    for (const char character : utf8) {
-        if (character == '"' || character == '\\')
-            to.append('\\').append(character);
-        else if (static_cast<unsigned char>(character) < ' ')
-            to.append("\\u00").append(QByteArray(1, character).toHex());
+    int plain = 0; // where the bytes begin that stand as they are
+    for (int i = 0; i < utf8.size(); ++i) {
+        const char character = utf8.at(i);
+        const bool isControl = static_cast<unsigned char>(character) < ' ';
+        if (!isControl && character != '"' && character != '\\')
+            continue;
+        to.append(utf8.constData() + plain, i - plain);
+        if (isControl)
+            to.append("\\u00", 4).append(QByteArray(1, character).toHex());
         else
-            to.append(character);
+            to.append('\\').append(character);
+        plain = i + 1;
     }
-    to.append('"');
+    to.append(utf8.constData() + plain, utf8.size() - plain).append('"');
 }
 
 QByteArray jsonNumber(double value)
@@ -50,16 +54,26 @@ JsonLine::JsonLine(const char *kind)
     m_json.append("{\"v\":1,\"kind\":\"").append(kind).append('"');
 }
 
+QByteArray &JsonLine::member(const char *name)
+{
+    return m_json.append(",\"", 2).append(name).append("\":", 2);
+}
+
 JsonLine &JsonLine::raw(const char *name, const QByteArray &json)
 {
-    m_json.append(",\"").append(name).append("\":").append(json);
+    member(name).append(json);
     return *this;
 }
 
 JsonLine &JsonLine::add(const char *name, const QString &text)
 {
-    m_json.append(",\"").append(name).append("\":");
-    appendJson(m_json, text);
+    appendJson(member(name), text);
+    return *this;
+}
+
+JsonLine &JsonLine::add(const char *name, QLatin1String plain)
+{
+    member(name).append('"').append(plain.data(), plain.size()).append('"');
     return *this;
 }
 

@@ -14,16 +14,18 @@ using protocol::Field;
 constexpr char kEscape[] = "\x1B[";
 constexpr int kModuleWidth = 6;
 constexpr int kReportWidth = 15;
-constexpr int kUsualLength = 256; // bytes of most reports' fields as JSON
+constexpr int kUsualLength = 256; // most reports' fields fit
 
-QByteArray padded(const QByteArray &text, int width)
+QByteArray padded(QLatin1String text, int width)
 {
-    return text.leftJustified(width, ' ');
+    return QByteArray::fromRawData(text.data(), text.size()).leftJustified(width, ' ');
 }
 
-QString pairText(const Field &field)
+// The characters of Unicode's category Cc.
+bool isControl(QChar character)
 {
-    return field.name + QLatin1Char(' ') + shownText(valueText(field));
+    const ushort code = character.unicode();
+    return code < 0x20 || (code >= 0x7F && code < 0xA0);
 }
 
 void appendValue(QByteArray &to, const QVariant &value)
@@ -33,10 +35,10 @@ void appendValue(QByteArray &to, const QVariant &value)
         to.append(value.toBool() ? "true" : "false");
         break;
     case QMetaType::UInt:
-        to.append(QByteArray::number(value.toUInt()));
+        appendNumber(to, value.toUInt());
         break;
     case QMetaType::Int:
-        to.append(QByteArray::number(value.toInt()));
+        appendNumber(to, value.toInt());
         break;
     case QMetaType::Float:
         to.append(jsonNumber(value.toFloat()));
@@ -45,10 +47,12 @@ void appendValue(QByteArray &to, const QVariant &value)
         to.append('"').append(value.toByteArray().toHex()).append('"');
         break;
     case QMetaType::QVariantList: {
-        QByteArrayList elements;
-        for (const QVariant &element : value.toList())
-            elements.append(QByteArray::number(element.toUInt()));
-        to.append('[').append(elements.join(',')).append(']');
+        char before = '[';
+        for (const QVariant &element : value.toList()) {
+            appendNumber(to.append(before), element.toUInt());
+            before = ',';
+        }
+        to.append(before == '[' ? "[]" : "]");
         break;
     }
     default:
@@ -89,36 +93,60 @@ void appendObject(QByteArray &to, const QVector<Field> &fields)
     to.append('}');
 }
 
+// {"v":1,"kind":...,"time":"..."
+JsonLine timed(const char *kind, qint64 time)
+{
+    JsonLine line(kind);
+    QByteArray &json = line.member("time").append('"');
+    appendIsoTime(json, time);
+    json.append('"');
+    return line;
+}
+
 bool isFault(const frameData &frame)
 {
     return frame.moduleId == static_cast<quint8>(protocol::ModuleId::Fccu)
         && frame.dataType == protocol::fccu::FaultReport;
 }
 
+// "\x1B"
+QString escaped(QChar control)
+{
+    const char digits[] = "0123456789ABCDEF";
+    const uchar code = control.cell();
+    return QLatin1String("\\x") + QLatin1Char(digits[code >> 4]) + QLatin1Char(digits[code & 15]);
+}
+
 } // namespace
 
 QString shownText(const QString &text)
 {
+    if (std::none_of(text.begin(), text.end(), isControl))
+        return text.trimmed();
     QString shown;
     for (const QChar character : text) {
-        if (character.category() != QChar::Other_Control)
+        if (!isControl(character))
             shown.append(character);
         else if (character == QLatin1Char('\n') || character == QLatin1Char('\r') || character == QLatin1Char('\t'))
             shown.append(QLatin1Char(' '));
         else
-            shown.append(QStringLiteral("\\x%1").arg(character.unicode(), 2, 16, QLatin1Char('0')).toUpper());
+            shown.append(escaped(character));
     }
     return shown.trimmed();
 }
 
 QString pairsText(const QVector<Field> &fields)
 {
-    QStringList pairs;
+    QString pairs;
+    pairs.reserve(kUsualLength);
     for (const Field &field : fields) {
-        if (!field.isRecords)
-            pairs.append(pairText(field));
+        if (field.isRecords)
+            continue;
+        if (!pairs.isEmpty())
+            pairs.append(QLatin1String(", "));
+        pairs.append(field.name).append(QLatin1Char(' ')).append(shownText(valueText(field)));
     }
-    return pairs.join(QLatin1String(", "));
+    return pairs;
 }
 
 QByteArray fieldsJson(const QVector<Field> &fields)
@@ -161,20 +189,17 @@ void Printer::jsonFrame(const frameData &frame, qint64 time)
 {
     const auto report = protocol::decode(frame.moduleId, frame.dataType, frame.data);
     if (!report) {
-        m_output.line(JsonLine("frame")
-                          .add("time", QString::fromLatin1(isoTime(time)))
+        m_output.line(timed("frame", time)
                           .add("module", frame.moduleId)
                           .add("type", frame.dataType)
                           .add("payload", QString::fromLatin1(frame.data.toHex()))
                           .take());
         return;
     }
-    m_output.line(JsonLine("report")
-                      .raw("time", '"' + isoTime(time) + '"')
-                      .add("module", protocol::moduleName(frame.moduleId).data())
-                      .add("report", protocol::infoOf(*report).name.data())
-                      .raw("fields", fieldsJson(protocol::fields(*report)))
-                      .take());
+    JsonLine line = timed("report", time);
+    line.add("module", protocol::moduleName(frame.moduleId)).add("report", protocol::infoOf(*report).name);
+    appendObject(line.member("fields"), protocol::fields(*report));
+    m_output.line(line.take());
 }
 
 void Printer::plainFrame(const frameData &frame, qint64 time)
@@ -192,8 +217,10 @@ void Printer::plainFrame(const frameData &frame, qint64 time)
     }
     const QVector<Field> fields = protocol::fields(*report);
     const Ink ink = isFault(frame) ? Ink::Fault : Ink::Module;
-    m_output.line(head(time, '<') + inked(padded(protocol::moduleName(frame.moduleId).data(), kModuleWidth), ink) + ' '
-                  + padded(protocol::infoOf(*report).name.data(), kReportWidth) + ' ' + pairsText(fields).toUtf8());
+    QByteArray line = head(time, '<');
+    line.append(inked(padded(protocol::moduleName(frame.moduleId), kModuleWidth), ink)).append(' ');
+    line.append(padded(protocol::infoOf(*report).name, kReportWidth)).append(' ').append(pairsText(fields).toUtf8());
+    m_output.line(line);
     for (const Field &field : fields) {
         for (const QVector<Field> &record : field.records)
             m_output.line(QByteArray(kModuleWidth + (m_times ? 18 : 0), ' ') + " - " + pairsText(record).toUtf8());
@@ -204,7 +231,7 @@ void Printer::sent(const QByteArray &bytes, qint64 time)
 {
     const QString command = QString::fromLatin1(bytes);
     if (m_json)
-        m_output.line(JsonLine("sent").raw("time", '"' + isoTime(time) + '"').add("command", command.trimmed()).take());
+        m_output.line(timed("sent", time).add("command", command.trimmed()).take());
     else
         m_output.line(head(time, '>') + inked(shownText(command).toUtf8(), Ink::Command));
 }
@@ -212,11 +239,7 @@ void Printer::sent(const QByteArray &bytes, qint64 time)
 void Printer::note(const session::Note &note, qint64 time)
 {
     if (m_json)
-        m_output.line(JsonLine("note")
-                          .raw("time", '"' + isoTime(time) + '"')
-                          .add("note", session::kindText(note.kind))
-                          .add("text", note.text)
-                          .take());
+        m_output.line(timed("note", time).add("note", session::kindText(note.kind)).add("text", note.text).take());
     else
         m_output.line(head(time, '-') + inked(shownText(session::commentOf(note)).toUtf8(), Ink::Note));
 }

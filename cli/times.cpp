@@ -29,7 +29,7 @@ private:
     QByteArray m_text;
 };
 
-QByteArray withFraction(Seconds &seconds, qint64 time, int digits)
+void appendWithFraction(QByteArray &to, Seconds &seconds, qint64 time, int digits)
 {
     qint64 second = time / kPerSecond;
     qint64 rest = time % kPerSecond;
@@ -37,20 +37,32 @@ QByteArray withFraction(Seconds &seconds, qint64 time, int digits)
         rest += kPerSecond;
         --second;
     }
-    const QByteArray fraction = QByteArray::number(kPerSecond + rest).mid(1, digits);
-    return seconds.text(second) + '.' + fraction;
+    char fraction[10] = {'.'};
+    for (int digit = 9; digit > 0; --digit, rest /= 10)
+        fraction[digit] = static_cast<char>('0' + rest % 10);
+    to.append(seconds.text(second)).append(fraction, 1 + digits);
 }
 
 } // namespace
 
-QByteArray isoTime(qint64 time)
+void appendIsoTime(QByteArray &to, qint64 time)
 {
     static Seconds seconds(Qt::UTC, "yyyy-MM-ddTHH:mm:ss");
-    return withFraction(seconds, time, 9) + 'Z';
+    appendWithFraction(to, seconds, time, 9);
+    to.append('Z');
+}
+
+QByteArray isoTime(qint64 time)
+{
+    QByteArray text;
+    appendIsoTime(text, time);
+    return text;
 }
 
 QByteArray clockTime(qint64 time)
 {
     static Seconds seconds(Qt::LocalTime, "HH:mm:ss");
-    return withFraction(seconds, time, 6);
+    QByteArray text;
+    appendWithFraction(text, seconds, time, 6);
+    return text;
 }

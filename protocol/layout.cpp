@@ -175,8 +175,10 @@ QString valueText(const Field &field)
         break;
     }
     if (!field.unit.isEmpty())
-        text += QLatin1Char(' ') + field.unit;
-    return field.text.isEmpty() ? text : QStringLiteral("%1 (%2)").arg(text, field.text);
+        text.append(QLatin1Char(' ')).append(field.unit);
+    if (!field.text.isEmpty())
+        text.append(QLatin1String(" (")).append(field.text).append(QLatin1Char(')'));
+    return text;
 }
 
 } // namespace protocol
