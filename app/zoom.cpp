@@ -17,19 +17,19 @@
 #include <algorithm>
 #include <vector>
 
-namespace {
-
-constexpr int kSteps[] = {80, 90, 100, 110, 125, 150, 175, 200, 225, 250};
-static_assert(kSteps[0] == Zoom::kLeast && kSteps[std::size(kSteps) - 1] == Zoom::kMost);
-
-constexpr char kUnzoomed[] = "unzoomed";
-
 struct LayoutMeasures {
     QPointer<QLayout> layout;
     QMargins margins;
     int horizontal, vertical;   // spacing
     QVector<int> rows, columns; // of a grid: their smallest sizes
 };
+
+namespace {
+
+constexpr int kSteps[] = {80, 90, 100, 110, 125, 150, 175, 200, 225, 250};
+static_assert(kSteps[0] == Zoom::kLeast && kSteps[std::size(kSteps) - 1] == Zoom::kMost);
+
+constexpr char kUnzoomed[] = "unzoomed";
 
 LayoutMeasures measuresOf(QLayout *layout)
 {

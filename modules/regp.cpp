@@ -5,6 +5,7 @@
 #include "app/indicators.h"
 #include "app/mainwindow.h"
 #include "link/commandchannel.h"
+#include "modules/lockpath.h"
 #include "modules/pages.h"
 #include "protocol/hextext.h"
 #include "ui_mainwindow.h"
@@ -37,8 +38,10 @@ QPixmap opened(const QPixmap &closed)
 RegpPage::RegpPage(const Ui::MainWindow &form)
     : m_form(form),
       m_soft(lockOf(form.label_regp_softlock_status, form.checkBox_softlock_2, form.label_regp_soft_picture)),
-      m_hard(lockOf(form.label_regp_hardlock_status, form.checkBox_hardlock_2, form.label_regp_hard_picture))
+      m_hard(lockOf(form.label_regp_hardlock_status, form.checkBox_hardlock_2, form.label_regp_hard_picture)),
+      m_path(new LockPath)
 {
+    form.verticalLayout_tab_REG_PROT_1->insertWidget(1, m_path, 4);
 }
 
 RegpPage::Lock RegpPage::lockOf(QLabel *status, QCheckBox *box, QLabel *picture)
@@ -85,6 +88,8 @@ void RegpPage::show(const regp::Status &status)
 {
     show(m_hard, status.hardLocked);
     show(m_soft, status.softLocked);
+    display::later(m_path, display::Aspect::Content,
+                   [path = m_path, status] { path->show(status.softLocked, status.hardLocked); });
     display::text(m_form.lineEdit_reg_module_2, protocol::hexText(status.moduleSpace, 8));
     display::text(m_form.lineEdit_reg_mirror_2, protocol::hexText(status.mirrorSpace, 8));
 }

@@ -6,6 +6,7 @@
 
 #include <QPixmap>
 
+class LockPath;
 class QCheckBox;
 class QLabel;
 namespace Ui {
@@ -37,4 +38,5 @@ private:
     const Ui::MainWindow &m_form;
     const Lock m_soft;
     const Lock m_hard;
+    LockPath *m_path;
 };

@@ -6,7 +6,10 @@
 #include "app/mainwindow.h"
 #include "link/commandchannel.h"
 #include "modules/pages.h"
+#include "modules/servicewindow.h"
 #include "ui_mainwindow.h"
+
+#include <QGridLayout>
 
 #include <array>
 
@@ -34,7 +37,25 @@ constexpr std::array rows = std::to_array<Row>({
 });
 static_assert(rows.size() == swt::kWatchdogCount);
 
+// Below the fields of the watchdog, where it takes the room that is left.
+ServiceWindow *addWindow(QGroupBox &group)
+{
+    auto *window = new ServiceWindow;
+    window->setObjectName(QStringLiteral("serviceWindow_%1").arg(group.title()));
+    window->setAccessibleName(QStringLiteral("Service window of %1").arg(group.title()));
+    auto *layout = static_cast<QGridLayout *>(group.layout());
+    layout->addWidget(window, layout->rowCount(), 0, 1, 2);
+    layout->setRowStretch(layout->rowCount() - 1, 1);
+    return window;
+}
+
 } // namespace
+
+SwtPage::SwtPage(const Ui::MainWindow &form)
+    : m_form(form),
+      m_windows({addWindow(*form.groupBox_swt0), addWindow(*form.groupBox_swt0_2), addWindow(*form.groupBox_swt0_3)})
+{
+}
 
 void SwtPage::switchWatchdog(int watchdog, bool on)
 {
@@ -53,7 +74,8 @@ void SwtPage::configure()
 void SwtPage::show(const swt::Status &status)
 {
     const bool listed = status.selector < rows.size();
-    const Row &row = rows[listed ? status.selector : 0];
+    const std::size_t watchdog = listed ? status.selector : 0;
+    const Row &row = rows[watchdog];
     if (listed)
         display::text(m_form.*row.mode, swt::modeName(status.mode));
     display::checked(m_form.*row.group, status.on);
@@ -63,6 +85,10 @@ void SwtPage::show(const swt::Status &status)
                   QStringLiteral("%1ms - %2ms")
                       .arg(status.window / swt::kCountsPerMs)
                       .arg(status.window / (swt::kCountsPerMs / 2)));
+    const ServiceWindow::Times times = {status.window / swt::kCountsPerMs, status.window / (swt::kCountsPerMs / 2),
+                                        status.timeout / swt::kCountsPerMs};
+    display::later(m_windows.at(watchdog), display::Aspect::Content,
+                   [window = m_windows.at(watchdog), times, on = status.on] { window->show(times, on); });
 }
 
 // clang-format off

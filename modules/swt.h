@@ -4,6 +4,9 @@
 
 #include "protocol/swt.h"
 
+#include <array>
+
+class ServiceWindow;
 namespace Ui {
 class MainWindow;
 }
@@ -11,7 +14,7 @@ class MainWindow;
 class SwtPage
 {
 public:
-    explicit SwtPage(const Ui::MainWindow &form) : m_form(form) {}
+    explicit SwtPage(const Ui::MainWindow &form);
 
     /// The indicator follows at once, without waiting for the board.
     void switchWatchdog(int watchdog, bool on);
@@ -22,4 +25,5 @@ public:
 
 private:
     const Ui::MainWindow &m_form;
+    std::array<ServiceWindow *, protocol::swt::kWatchdogCount> m_windows;
 };

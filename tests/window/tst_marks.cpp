@@ -108,6 +108,39 @@ private slots:
         QVERIFY(reds(picture->grab().toImage(), part) > 100);
     }
 
+    // A lock that is on ends its way in a cross.
+    void theWaysThroughTheLocks()
+    {
+        auto *path = m_bench.find<QWidget>("lockPath");
+        QCOMPARE(redsAround("lockPath"), 0);
+        QVERIFY(m_bench.show(5, 1, "00 01000000 00000000 00000000"));
+        const int one = redsAround("lockPath");
+        QVERIFY(one > 100);
+        QCOMPARE(path->accessibleDescription(),
+                 QStringLiteral("The soft lock stops a write. The soft lock can be taken off."));
+        QVERIFY(m_bench.show(5, 1, "01 01000000 00000000 00000000"));
+        QVERIFY(redsAround("lockPath") > one * 3 / 2);
+        QVERIFY(m_bench.show(5, 1, "00 00000000 00000000 00000000"));
+        QCOMPARE(redsAround("lockPath"), 0);
+    }
+
+    // The second watchdog is served between 2 and 4 ms and times out after 8: at half of nine tenths of its width.
+    void theServiceWindow()
+    {
+        auto *window = m_bench.find<QWidget>("serviceWindow_SWT1");
+        QVERIFY(m_bench.show(11, 1, "58 00007D00 0001F400"));
+        QCOMPARE(window->accessibleDescription(), QStringLiteral("Served between 2 ms and 4 ms, time-out at 8 ms"));
+        m_bench.turnTo(window);
+        const auto colourAt = [window](double ninth) {
+            return window->grab().toImage().pixelColor(qRound(window->width() * ninth), window->height() / 2).name();
+        };
+        QCOMPARE(colourAt(0.9 / 4 + 0.02), QStringLiteral("#5bd761"));
+        QVERIFY(colourAt(0.9 / 4 - 0.02) != colourAt(0.9 / 4 + 0.02));
+        QCOMPARE(colourAt(0.9), QStringLiteral("#d01c2e"));
+        QVERIFY(m_bench.show(11, 1, "50 00007D00 0001F400"));
+        QVERIFY(colourAt(0.9 / 4 + 0.02) != QStringLiteral("#5bd761"));
+    }
+
     void aNewFaultFlashesOnce()
     {
         auto *panel = m_bench.find<QWidget>("groupBox_FCCU");
