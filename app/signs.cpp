@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/signs.h"
 
+#include "app/zoom.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
@@ -19,7 +21,7 @@ namespace sign {
 namespace {
 
 constexpr char kProperty[] = "sign";
-constexpr int kSide = 11; // pixels
+constexpr int kSide = 11; // pixels at 100 %
 constexpr int kLeastSide = 9;
 constexpr int kLargeSide = 15;
 constexpr int kSmallSide = 7; // where the text needs nearly all
@@ -121,7 +123,8 @@ QPixmap drawn(Shape shape, Ink ink, int side, qreal ratio)
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(side / 10.0, side / 10.0);
-    painter.fillPath(side > kSmallSide ? pathOf(shape) : smallPathOf(shape), QColor(ink == Ink::Dark ? kDark : kWhite));
+    painter.fillPath(side > zoomed(kSmallSide) ? pathOf(shape) : smallPathOf(shape),
+                     QColor(ink == Ink::Dark ? kDark : kWhite));
     return picture;
 }
 
@@ -156,7 +159,7 @@ bool isCentred(const QWidget *widget)
 
 QRect corner(const QWidget *widget, int side)
 {
-    return {widget->width() - side - kCornerMargin, kCornerMargin, side, side};
+    return {widget->width() - side - zoomed(kCornerMargin), zoomed(kCornerMargin), side, side};
 }
 
 // In the middle where there is no text; above it in the corner where that leaves room; beside it; else small in the corner.
@@ -165,20 +168,22 @@ QRect placeIn(const QWidget *widget, Shape shape)
     const QSize room = widget->size();
     const QSize text = textSize(widget);
     if (text.isEmpty()) {
-        const int side = std::max(std::min({kLargeSide, room.width() - 2, room.height() - 2}), 1);
+        const int side = std::max(std::min({zoomed(kLargeSide), room.width() - 2, room.height() - 2}), 1);
         return {(room.width() - side) / 2, (room.height() - side) / 2, side, side};
     }
-    const int above = (room.height() - text.height()) / 2 - kCornerMargin;
-    if (above >= kLeastSide)
-        return corner(widget, std::min(above, kLargeSide));
+    const int above = (room.height() - text.height()) / 2 - zoomed(kCornerMargin);
+    if (above >= zoomed(kLeastSide))
+        return corner(widget, std::min(above, zoomed(kLargeSide)));
     const int spare = room.width() - text.width();
-    const int beside = isCentred(widget) ? spare / 2 - kMargin : spare - 2 * kMargin;
-    const int side = std::min({beside, room.height() - 2, std::max(kSide, room.height() / 3)});
-    if (side >= kLeastSide)
-        return {isCentred(widget) ? kMargin : room.width() - side - kMargin, (room.height() - side) / 2, side, side};
+    const int beside = isCentred(widget) ? spare / 2 - zoomed(kMargin) : spare - 2 * zoomed(kMargin);
+    const int side = std::min({beside, room.height() - 2, std::max(zoomed(kSide), room.height() / 3)});
+    if (side >= zoomed(kLeastSide))
+        return {isCentred(widget) ? zoomed(kMargin) : room.width() - side - zoomed(kMargin), (room.height() - side) / 2,
+                side, side};
+    const int small = zoomed(kSmallSide);
     if (shape == Shape::Dash)
-        return {(room.width() - kSmallSide) / 2, room.height() - kSmallSide - 1, kSmallSide, kSmallSide};
-    return corner(widget, kSmallSide).translated(1, -1);
+        return {(room.width() - small) / 2, room.height() - small - 1, small, small};
+    return corner(widget, small).translated(1, -1);
 }
 
 // Lives as long as the application: pictures cannot live longer.

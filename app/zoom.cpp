@@ -126,13 +126,19 @@ struct Zoom::Measures {
         return points <= 0 && least.isNull() && most == QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX) && layouts.empty();
     }
 
+    void applyFontTo(QWidget &widget) const
+    {
+        QFont font = widget.font();
+        const double size = points * Zoom::percent() / 100;
+        if (points <= 0 || qFuzzyCompare(font.pointSizeF(), size))
+            return;
+        font.setPointSizeF(size);
+        widget.setFont(font);
+    }
+
     void applyTo(QWidget &widget) const
     {
-        if (points > 0) {
-            QFont font = widget.font();
-            font.setPointSizeF(points * Zoom::percent() / 100);
-            widget.setFont(font);
-        }
+        applyFontTo(widget);
         widget.setMaximumSize(zoomedSize(most));
         if (!least.isNull())
             widget.setMinimumSize(zoomedSize(least));
@@ -222,8 +228,12 @@ void Zoom::adopt(QWidget &widget)
 
 bool Zoom::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Polish && watched->isWidgetType())
+    if (event->type() == QEvent::Polish && watched->isWidgetType()) {
         adopt(*static_cast<QWidget *>(watched));
+    } else if (event->type() == QEvent::StyleChange) { // which brings a font of before the zoom back
+        if (const auto measures = m_measures.value(watched))
+            measures->applyFontTo(*static_cast<QWidget *>(watched));
+    }
     return QObject::eventFilter(watched, event);
 }
 

@@ -2,6 +2,7 @@
 // The window on any desktop: its own colours and font, a size that fits the screen, boxes where the user looks.
 #include "app/messagebox.h"
 #include "app/startup.h"
+#include "app/zoom.h"
 #include "link/serialports.h"
 #include "support/boxanswerer.h"
 #include "support/fixtures.h"
@@ -73,6 +74,22 @@ private slots:
         const auto widgets = bench.window().findChildren<QWidget *>();
         for (const QWidget *widget : widgets)
             QVERIFY2(families.contains(widget->font().family()), qPrintable(widget->objectName()));
+    }
+
+    // Reports reach pages that nobody has turned to yet: their widgets are polished bench.
+    void reportsLeaveTheZoomedSize()
+    {
+        WindowFixture bench;
+        auto &zoom = *bench.window().findChild<Zoom *>();
+        zoom.set(200);
+        QVERIFY(bench.show(4, 1, "50 A8 0000 4000 00FF 4000"));
+        auto *field = bench.find<QLineEdit>("lineEdit_smpu01_Region0");
+        bench.turnTo(field);
+        QCOMPARE(field->font().pointSizeF(), 18.0);
+        QVERIFY(bench.show(4, 1, "00"));
+        QCOMPARE(field->font().pointSizeF(), 18.0);
+        zoom.set(100);
+        QCOMPARE(field->font().pointSizeF(), 9.0);
     }
 
     void fitsTheScreen_data()
