@@ -2,12 +2,14 @@
 // Anything can run inside a wait: a seeded monkey presses buttons, turns pages, types, opens the console and sends frames
 // while handlers wait; and the program may end there.
 #include "support/boxanswerer.h"
+#include "support/fakeclock.h"
 #include "support/monkey.h"
 #include "support/fixtures.h"
 
 #include "link/serialline.h"
 #include "protocol/frame.h"
 
+#include <QScopeGuard>
 #include <QTest>
 #include <QTimer>
 
@@ -109,6 +111,8 @@ private slots:
         QFETCH(int, first);
         QFETCH(int, behind);
         QFETCH(bool, closes);
+        fakeclock::setSpeed(50); // nothing here has a time-out
+        const auto slowDown = qScopeGuard([] { fakeclock::setSpeed(10); });
         BoxAnswerer answers;
         answers.leaveOpen();
         auto bench = std::make_unique<WindowFixture>();

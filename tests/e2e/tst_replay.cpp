@@ -105,7 +105,7 @@ void TestReplay::aMoveEndsWherePlayingEnds()
 {
     QString reference;
     {
-        ReplayWindow played("20");
+        ReplayWindow played("60");
         QTRY_COMPARE_WITH_TIMEOUT(played.position().state, QStringLiteral("ended"), kPatienceMs);
         QTRY_COMPARE_WITH_TIMEOUT(played.faults(), kFaults, kPatienceMs);
         QTRY_VERIFY_WITH_TIMEOUT(played.isSettled(), kPatienceMs);

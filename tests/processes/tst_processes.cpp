@@ -56,7 +56,17 @@ class TestProcesses : public QObject
 {
     Q_OBJECT
 
+private:
+    const QTemporaryDir m_pictures;
+    QProcess m_tour;
+
 private slots:
+    // Goes on beside the other tests.
+    void initTestCase()
+    {
+        m_tour.start(QStringLiteral(DEMONSTRATION), {"--tour", m_pictures.path(), "--size", "1100x700"});
+    }
+
     void theBoardNamesItsLineAndLogsCommands()
     {
         BoardProcess board({"--verbose", "--seed", "3"});
@@ -160,15 +170,12 @@ private slots:
 
     void theTourTakesAPictureOfEveryPage()
     {
-        const QTemporaryDir folder;
-        QProcess demo;
-        demo.start(QStringLiteral(DEMONSTRATION), {"--tour", folder.path(), "--size", "1100x700"});
-        QVERIFY(demo.waitForFinished(60000));
-        QCOMPARE(demo.exitCode(), 0);
-        const QStringList pictures = QDir(folder.path()).entryList({"*.png"});
+        QVERIFY(m_tour.state() == QProcess::NotRunning || m_tour.waitForFinished(60000));
+        QCOMPARE(m_tour.exitCode(), 0);
+        const QStringList pictures = QDir(m_pictures.path()).entryList({"*.png"});
         QCOMPARE(pictures.size(), 14);
         QCOMPARE(pictures.first(), QStringLiteral("01-safety-module-cmu.png"));
-        QVERIFY(QFileInfo(folder.filePath(pictures.last())).size() > 10000);
+        QVERIFY(QFileInfo(m_pictures.filePath(pictures.last())).size() > 10000);
     }
 };
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Every button sends its command line, to the byte; inputs are checked where they are to be.
+#include "support/fakeclock.h"
 #include "support/fixtures.h"
 #include "support/wire.h"
 
@@ -207,7 +208,11 @@ private:
 
     QString sentByPressing(const QByteArray &name)
     {
-        return m_window->sentBy([&] { m_window->find<QPushButton>(name.constData())->click(); });
+        return m_window->sentBy([&] {
+            fakeclock::setSpeed(100); // animations before a command
+            m_window->find<QPushButton>(name.constData())->click();
+            fakeclock::setSpeed(10);
+        });
     }
     void enter(const Inputs &inputs)
     {

@@ -2,13 +2,18 @@
 // Delayed work comes neither early nor much too late. The clock runs ahead while the window waits.
 #include "link/commandchannel.h"
 #include "link/linetraffic.h"
+#include "support/fakeclock.h"
 #include "support/fixtures.h"
 
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTabWidget>
 #include <QTest>
+#include <QThread>
+#include <QTime>
+#include <QTimer>
 
 namespace {
 
@@ -69,8 +74,7 @@ private:
     std::unique_ptr<WindowFixture> m_window;
 
 private slots:
-    void init() { m_window = std::make_unique<WindowFixture>(); }
-    void cleanup() { m_window.reset(); }
+    void initTestCase() { m_window = std::make_unique<WindowFixture>(); }
 
     void commandsKeepTheirDistance_data()
     {
@@ -173,6 +177,29 @@ private slots:
         QCOMPARE(status->text(), QStringLiteral("Processing"));
         QTRY_COMPARE(status->text(), QStringLiteral("IDLE"));
         QVERIFY2(isAbout(clock.elapsed(), 1200), qPrintable(QString::number(clock.elapsed())));
+    }
+
+    // Waits that begin at every one of the last milliseconds of a day, with a handler inside that takes its time: those to
+    // beyond midnight end early, none the next day. Sleeping takes no time here, days pass at once.
+    void waitsAroundMidnight()
+    {
+        m_window.reset();
+        fakeclock::setSpeed(0);
+        const auto slowDown = qScopeGuard([] { fakeclock::setSpeed(10); });
+        for (int before = 25; before >= 1; --before) {
+            const int toMidnight = QTime::currentTime().msecsTo(QTime(23, 59, 59, 999)) + 1;
+            QThread::msleep(
+                static_cast<unsigned long>(toMidnight < before ? toMidnight + 86400000 - before : toMidnight - before));
+            QTimer slow; // of this round alone: a wait that ends at once runs no handler
+            slow.setTimerType(Qt::PreciseTimer);
+            slow.setSingleShot(true);
+            connect(&slow, &QTimer::timeout, this, [] { QThread::msleep(30); });
+            slow.start(5);
+            QElapsedTimer waited;
+            waited.start();
+            delayMs(10);
+            QVERIFY2(waited.elapsed() <= 50, qPrintable(QString::number(before)));
+        }
     }
 };
 
