@@ -243,6 +243,11 @@ void addFrame(States &states, ModuleId module, quint8 type, const QByteArray &pa
     }
 }
 
+QStringList listed(const char *words)
+{
+    return QString::fromLatin1(words).split('|');
+}
+
 template <class Numbers, class Value>
 void require(States &states, const char *what, const Numbers &numbers, Value value)
 {
@@ -260,35 +265,12 @@ QList<int> upTo(int count)
 
 States allStates()
 {
-    States all = {"text",
-                  "system 4 ",
-                  "system 5 ",
-                  "clock text",
-                  "crystal lost on",
-                  "crystal lost off",
-                  "spi lost on",
-                  "spi lost off",
-                  "debug on",
-                  "debug off",
-                  "verified on",
-                  "verified off",
-                  "no radar frames",
-                  "radar frames",
-                  "held",
-                  "counter 0 ",
-                  "counter 255 ",
-                  "access 1 write",
-                  "access 2 read",
-                  "access 0 write",
-                  "clock 0 too low",
-                  "clock 0 too high",
-                  "clock 3 too high",
-                  "soft off hard off",
-                  "soft on hard off",
-                  "soft off hard on",
-                  "soft on hard on",
-                  "radar record 1 ",
-                  "radar record 2 "};
+    const QStringList single =
+        listed("text|system 4 |system 5 |clock text|crystal lost on|crystal lost off|spi lost on|spi lost off|"
+               "debug on|debug off|verified on|verified off|no radar frames|radar frames|held|counter 0 |counter 255 |"
+               "access 1 write|access 2 read|access 0 write|clock 0 too low|clock 0 too high|clock 3 too high|"
+               "soft off hard off|soft on hard off|soft off hard on|soft on hard on|radar record 1 |radar record 2 ");
+    States all(single.begin(), single.end());
     const auto none = [](int) { return QString(); };
     for (const bool on : {false, true}) {
         const auto value = [on](int) { return onOff(on); };
@@ -349,66 +331,14 @@ QStringList lines(const char *pattern, int first, int last)
 
 QStringList allCommands()
 {
-    QStringList commands = {"get 1",
-                            "get 3",
-                            "get 4",
-                            "inject 5 1",
-                            "get 4",
-                            "cmu 17",
-                            "inject 5 2",
-                            "get 4",
-                            "cmu 17",
-                            "inject 5 4",
-                            "get 4",
-                            "cmu 17",
-                            "inject 5 5",
-                            "get 4",
-                            "cmu 17",
-                            "inject 5 3",
-                            "cmu 17",
-                            "sick clock xosc",
-                            "cmu 17",
-                            "sick clock sdpll",
-                            "sick clock pll0",
-                            "sick clock pll1",
-                            "sick clock irc",
-                            "sick frame 2 0 41",
-                            "sick frame 2 2 0133",
-                            "sick frame 7 2 010600000000",
-                            "cmu 15",
-                            "resetEsca 1 1",
-                            "resetEsca 1 1",
-                            "resetEsca 2 1",
-                            "pmc 4 10",
-                            "pmc 5",
-                            "pmc 1",
-                            "inject 4 1",
-                            "inject 4 2",
-                            "inject 4 3",
-                            "inject 4 4",
-                            "get 10",
-                            "sick regulator all",
-                            "sick debug",
-                            "sick count 255",
-                            "sick none",
-                            "smpu 2",
-                            "smpu 1",
-                            "inject 9 1 0",
-                            "inject 9 2 0",
-                            "inject 9 3 0 0",
-                            "inject 9 4 0 0",
-                            "inject 9 5 0 0",
-                            "inject 9 6 0 0",
-                            "sick lock 0 1",
-                            "sick lock 1 1",
-                            "sick lock 1 0",
-                            "sick lock 0 0",
-                            "get 2",
-                            "swt 4 4",
-                            "swt 5",
-                            "get 7",
-                            "inject 10 1",
-                            "inject 10 2"};
+    QStringList commands =
+        listed("get 1|get 3|get 4|inject 5 1|get 4|cmu 17|inject 5 2|get 4|cmu 17|inject 5 4|get 4|cmu 17|inject 5 5|"
+               "get 4|cmu 17|inject 5 3|cmu 17|sick clock xosc|cmu 17|sick clock sdpll|sick clock pll0|"
+               "sick clock pll1|sick clock irc|sick frame 2 0 41|sick frame 2 2 0133|sick frame 7 2 010600000000|"
+               "cmu 15|resetEsca 1 1|resetEsca 1 1|resetEsca 2 1|pmc 4 10|pmc 5|pmc 1|inject 4 1|inject 4 2|"
+               "inject 4 3|inject 4 4|get 10|sick regulator all|sick debug|sick count 255|sick none|smpu 2|smpu 1|"
+               "inject 9 1 0|inject 9 2 0|inject 9 3 0 0|inject 9 4 0 0|inject 9 5 0 0|inject 9 6 0 0|sick lock 0 1|"
+               "sick lock 1 1|sick lock 1 0|sick lock 0 0|get 2|swt 4 4|swt 5|get 7|inject 10 1|inject 10 2");
     commands += lines("cmu 14 %1", 0, 12) + lines("sick source %1", 0, 7) + lines("xbic 2 %1", 0, 4)
         + lines("xbic 1 %1", 0, 4) + lines("inject 7 %1", 1, 5) + lines("inject 6 %1", 1, 6)
         + lines("inject 8 %1", 1, 3) + lines("sick mode %1", 0, 12) + lines("sick fault %1", 0, 255)
@@ -432,18 +362,10 @@ QStringList allCommands()
 
 QStringList engineCommands()
 {
-    const QString block(32, '0');
-    QStringList commands = {"cse 1",
-                            "cse 6 2",
-                            "cse 6 1",
-                            "cse 7 " + block,
-                            "cse 2 1 " + block,
-                            "cse 2 2 " + block,
-                            "cse 3 1 " + block,
-                            "cse 3 2 " + block,
-                            "cse 4 00",
-                            "cse 5 00 " + block,
-                            "cse 5 bb1d6929e95937287fa37d129b756746"};
+    QStringList commands =
+        listed("cse 1|cse 6 2|cse 6 1|cse 7 %1|cse 2 1 %1|cse 2 2 %1|cse 3 1 %1|cse 3 2 %1|cse 4 00|cse 5 00 %1|"
+               "cse 5 bb1d6929e95937287fa37d129b756746")
+            .replaceInStrings("%1", QString(32, '0'));
     for (int error = 1; error <= 22; ++error)
         commands += {QStringLiteral("sick cse %1").arg(error), "cse 1"};
     return commands;
