@@ -10,11 +10,13 @@
 #include "link/linetraffic.h"
 #include "simulator/badcable.h"
 #include "simulator/board.h"
+#include "simulator/defects.h"
 #include "simulator/shell.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
+#include <QSet>
 #include <QTemporaryFile>
 #include <QTest>
 #include <QXmlStreamReader>
@@ -190,6 +192,7 @@ private slots:
     void soundBoardPasses();
     void everyDefectFailsItsCases_data();
     void everyDefectFailsItsCases();
+    void everyDefectIsDescribed();
     void badCableIsNeverTheBoardsFault_data();
     void badCableIsNeverTheBoardsFault();
     void sameSeedSameReport();
@@ -279,6 +282,24 @@ void TestCampaign::everyDefectFailsItsCases()
     const QStringList expected = meant(plan, tried);
     QVERIFY(!expected.isEmpty());
     QCOMPARE(deviations(plan, outcomeOf(plan, std::make_unique<BoardInside>(QLatin1String(tried.defect)))), expected);
+}
+
+// Under a name of its own, which the manual page has too.
+void TestCampaign::everyDefectIsDescribed()
+{
+    QFile file(QStringLiteral(MANUAL_PAGE));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString page = QString::fromUtf8(file.readAll()).remove('\\');
+    QSet<QString> named, tried;
+    for (const Row &row : rows)
+        tried += row.defect;
+    for (const simulator::Defect &defect : simulator::allDefects()) {
+        named += defect.name;
+        QVERIFY2(page.contains(QStringLiteral("\n.B %1\n").arg(defect.name)), defect.name);
+    }
+    QCOMPARE(tried, named);
+    QCOMPARE(named.size(), static_cast<int>(std::size(rows)));
+    QVERIFY(!simulator::Board().addDefect("no such defect"));
 }
 
 void TestCampaign::badCableIsNeverTheBoardsFault_data()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the commands say of themselves is what the board does: an injection brings a fault of its own module's mechanism,
-// and a clear makes the board calm again.
+// What the commands say of themselves is what the board does: it takes each of them and no other but its own, an injection
+// brings a fault of its own module's mechanism, and a clear makes the board calm again.
 #include "protocol/commands.h"
 #include "protocol/fccu.h"
 #include "protocol/mechanism.h"
@@ -8,6 +8,7 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <set>
 
 using protocol::Deed;
@@ -21,6 +22,8 @@ private slots:
     void injectionMeetsItsModule_data();
     void injectionMeetsItsModule();
     void clearsAndResetsAreKnown();
+    void theBoardTakesEachCommand();
+    void theTableHasEachCommand();
 };
 
 // Numbers from the arguments' own description, "<core + 1, 1-3>".
@@ -80,6 +83,36 @@ void TestMechanism::clearsAndResetsAreKnown()
     }
     QCOMPARE(clears, QStringList({"cmu 17", "xbic 5", "smpu 5", "memu 2", "memu 3", "intcm 3", "pmc 7", "spt 2"}));
     QCOMPARE(resets, QStringList({"inject 1", "inject 2"}));
+}
+
+void TestMechanism::theBoardTakesEachCommand()
+{
+    const simulator::Board board;
+    for (const protocol::CommandInfo &info : protocol::commandInfos()) {
+        const int count = QString(info.arguments).count('<'); // "<monitor 0-12> <upper MHz>" has two
+        const bool taken =
+            std::any_of(board.commands().begin(), board.commands().end(), [&](const simulator::Command &command) {
+                const bool same = command.words == info.words && command.takes(count);
+                // The board may take the last word as an argument.
+                const bool shorter =
+                    QString(info.words).section(' ', 0, -2) == command.words && command.takes(count + 1);
+                return same || shorter;
+            });
+        QVERIFY2(taken, info.words.latin1());
+    }
+}
+
+// Those that are not listed are answers to wrong ones; "inject 6" has a row per number in the table.
+void TestMechanism::theTableHasEachCommand()
+{
+    const QStringList own = {"help", "status", "sick"};
+    const simulator::Board board;
+    for (const simulator::Command &command : board.commands()) {
+        if (command.help.isEmpty() || own.contains(command.words.section(' ', 0, 0)) || command.words == "inject 6")
+            continue;
+        const auto *const info = protocol::commandOf(command.words);
+        QVERIFY2(info && info->words == command.words, qPrintable(command.words));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestMechanism)
