@@ -4,6 +4,8 @@
 #pragma once
 
 #include <QColor>
+#include <QHash>
+#include <QImage>
 
 #include <algorithm>
 #include <array>
@@ -120,6 +122,22 @@ inline double difference(QRgb one, QRgb other)
     for (const Matrix &kind : kinds)
         least = std::min(least, difference(lab(one, kind), lab(other, kind)));
     return least;
+}
+
+/// The colour that fills most of a picture, so many pixels within its edge.
+inline QRgb backgroundOf(const QImage &image, int edge = 4)
+{
+    QHash<QRgb, int> counts;
+    for (int y = edge; y < image.height() - edge; ++y) {
+        for (int x = edge; x < image.width() - edge; ++x)
+            ++counts[image.pixel(x, y)];
+    }
+    QRgb most = 0;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
+        if (it.value() > counts.value(most))
+            most = it.key();
+    }
+    return most;
 }
 
 } // namespace sight

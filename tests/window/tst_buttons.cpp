@@ -107,46 +107,36 @@ constexpr Sender senders[] = {
 };
 // clang-format on
 
-// On/off switches by the number that their commands carry.
+// On/off switches: what they send but for the number behind it.
 struct Switch {
-    const char *widget;
+    const char *widget; // "%1" counts from 0
     const char *on;
     const char *off;
+    int first, last; // number sent
 };
 
 // clang-format off
 constexpr Switch switches[] = {
-    {"radioButton_cmu0_enable", "cmu 13 0|", "cmu 14 0|"},
-    {"radioButton_cmu1_enable", "cmu 13 1|", "cmu 14 1|"},
-    {"radioButton_cmu2_enable", "cmu 13 2|", "cmu 14 2|"},
-    {"radioButton_cmu3_enable", "cmu 13 3|", "cmu 14 3|"},
-    {"radioButton_cmu4_enable", "cmu 13 4|", "cmu 14 4|"},
-    {"radioButton_cmu5_enable", "cmu 13 5|", "cmu 14 5|"},
-    {"radioButton_cmu6_enable", "cmu 13 6|", "cmu 14 6|"},
-    {"radioButton_cmu7_enable", "cmu 13 7|", "cmu 14 7|"},
-    {"radioButton_cmu8_enable", "cmu 13 8|", "cmu 14 8|"},
-    {"radioButton_cmu9_enable", "cmu 13 9|", "cmu 14 9|"},
-    {"radioButton_cmu10_enable", "cmu 13 10|", "cmu 14 10|"},
-    {"radioButton_cmu11_enable", "cmu 13 11|", "cmu 14 11|"},
-    {"radioButton_cmu12_enable", "cmu 13 12|", "cmu 14 12|"},
-    {"radioButton_PMC_CORELVD_onoff", "pmc 3 1|", "pmc 4 1|"},
-    {"radioButton_PMC_COREHVD_onoff", "pmc 3 2|", "pmc 4 2|"},
-    {"radioButton_PMC_ADCHVD_onoff_2", "pmc 3 4|", "pmc 4 4|"},
-    {"radioButton_PMC_FlashLVD_onoff", "pmc 3 5|", "pmc 4 5|"},
-    {"radioButton_PMC_ADCELVD_onoff", "pmc 3 6|", "pmc 4 6|"},
-    {"radioButton_PMC_PLLLVD_onoff", "pmc 3 7|", "pmc 4 7|"},
-    {"radioButton_PMC_IOLVD_onoff", "pmc 3 8|", "pmc 4 8|"},
-    {"radioButton_PMC_ADCHVD_onoff", "pmc 3 9|", "pmc 4 9|"},
-    {"groupBox_XBIC0", "xbic 1 0|", "xbic 2 0|"},
-    {"groupBox_XBIC1", "xbic 1 1|", "xbic 2 1|"},
-    {"groupBox_XBIC2", "xbic 1 2|", "xbic 2 2|"},
-    {"groupBox_XBIC3", "xbic 1 3|", "xbic 2 3|"},
-    {"groupBox_XBIC4", "xbic 1 4|", "xbic 2 4|"},
-    {"groupBox_swt0", "swt 3 1|", "swt 4 1|"},
-    {"groupBox_swt0_2", "swt 3 2|", "swt 4 2|"},
-    {"groupBox_swt0_3", "swt 3 3|", "swt 4 3|"},
+    {"radioButton_cmu%1_enable", "cmu 13", "cmu 14", 0, 12},
+    {"radioButton_PMC_CORELVD_onoff", "pmc 3", "pmc 4", 1, 1},
+    {"radioButton_PMC_COREHVD_onoff", "pmc 3", "pmc 4", 2, 2},
+    {"radioButton_PMC_ADCHVD_onoff_2", "pmc 3", "pmc 4", 4, 4},
+    {"radioButton_PMC_FlashLVD_onoff", "pmc 3", "pmc 4", 5, 5},
+    {"radioButton_PMC_ADCELVD_onoff", "pmc 3", "pmc 4", 6, 6},
+    {"radioButton_PMC_PLLLVD_onoff", "pmc 3", "pmc 4", 7, 7},
+    {"radioButton_PMC_IOLVD_onoff", "pmc 3", "pmc 4", 8, 8},
+    {"radioButton_PMC_ADCHVD_onoff", "pmc 3", "pmc 4", 9, 9},
+    {"groupBox_XBIC%1", "xbic 1", "xbic 2", 0, 4},
+    {"groupBox_swt0", "swt 3", "swt 4", 1, 1},
+    {"groupBox_swt0_2", "swt 3", "swt 4", 2, 2},
+    {"groupBox_swt0_3", "swt 3", "swt 4", 3, 3},
 };
 // clang-format on
+
+QString nameOf(const Switch &row, int number)
+{
+    return QString::fromLatin1(row.widget).replace("%1", QString::number(number));
+}
 
 // Fault buttons that first show what they are about to do; a report of monitor 0 says 80 MHz, limits 70 and 90.
 struct ClockFault {
@@ -260,9 +250,12 @@ private slots:
         QTest::addColumn<QByteArray>("name");
         QTest::addColumn<QByteArray>("on");
         QTest::addColumn<QByteArray>("off");
-        for (const Switch &row : switches)
-            QTest::addRow("%s sends \"%s\" and \"%s\"", row.widget, row.on, row.off)
-                << QByteArray(row.widget) << QByteArray(row.on) << QByteArray(row.off);
+        for (const Switch &row : switches) {
+            for (int number = row.first; number <= row.last; ++number) {
+                const QByteArray name = nameOf(row, number).toLatin1(), end = ' ' + QByteArray::number(number) + '|';
+                QTest::newRow(name) << name << row.on + end << row.off + end;
+            }
+        }
     }
 
     void aSwitchSendsOnAndOff()
@@ -287,8 +280,10 @@ private slots:
         QStringList known = kButtonsWithInput;
         for (const Sender &row : senders)
             known.append(row.button);
-        for (const Switch &row : switches)
-            known.append(row.widget);
+        for (const Switch &row : switches) {
+            for (int number = row.first; number <= row.last; ++number)
+                known.append(nameOf(row, number));
+        }
         for (const ClockFault &row : clockFaults)
             known.append(row.button);
         for (const CrossbarFault &row : crossbarFaults)

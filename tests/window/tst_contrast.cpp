@@ -8,7 +8,6 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QHash>
 #include <QImage>
 #include <QMenu>
 #include <QMenuBar>
@@ -20,26 +19,10 @@
 
 namespace {
 
-// The colour that fills most of the widget, a few pixels within its border.
-QRgb backgroundOf(const QImage &image)
-{
-    QHash<QRgb, int> counts;
-    for (int y = 4; y < image.height() - 4; ++y) {
-        for (int x = 4; x < image.width() - 4; ++x)
-            ++counts[image.pixel(x, y)];
-    }
-    QRgb most = 0;
-    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
-        if (it.value() > counts.value(most))
-            most = it.key();
-    }
-    return most;
-}
-
 // The best contrast of any pixel with the background: that of the text's strokes.
 double textContrast(const QImage &image)
 {
-    const QRgb background = backgroundOf(image);
+    const QRgb background = sight::backgroundOf(image);
     double best = 1;
     for (int y = 4; y < image.height() - 4; ++y) {
         for (int x = 4; x < image.width() - 4; ++x)
@@ -141,14 +124,14 @@ private slots:
         auto *button = m_bench.find<QPushButton>("pushButton_F_ResetEsca");
         send(13, 4, "05 00");
         QTRY_VERIFY(button->styleSheet().contains("46,139,87"));
-        const QRgb on = backgroundOf(button->grab().toImage());
+        const QRgb on = sight::backgroundOf(button->grab().toImage());
         send(13, 4, "00 00");
         QTRY_VERIFY(!button->styleSheet().contains("46,139,87"));
         QVERIFY(textContrast(button) >= 4.5);
-        QVERIFY(backgroundOf(button->grab().toImage()) != on);
+        QVERIFY(sight::backgroundOf(button->grab().toImage()) != on);
         send(13, 4, "05 00");
         QTRY_VERIFY(button->styleSheet().contains("46,139,87"));
-        QCOMPARE(backgroundOf(button->grab().toImage()), on);
+        QCOMPARE(sight::backgroundOf(button->grab().toImage()), on);
     }
 
     // Disabled, but the audience still reads what was set last.
@@ -174,10 +157,10 @@ private slots:
         m_bench.turnTo(port);
         send(3, 1, "1F");
         QTRY_VERIFY(group->isChecked());
-        const QRgb on = backgroundOf(port->grab().toImage());
+        const QRgb on = sight::backgroundOf(port->grab().toImage());
         send(3, 1, "1E");
         QTRY_VERIFY(!group->isChecked());
-        QVERIFY(backgroundOf(port->grab().toImage()) != on);
+        QVERIFY(sight::backgroundOf(port->grab().toImage()) != on);
         QVERIFY(textContrast(port) >= 4.5);
     }
 

@@ -74,22 +74,6 @@ constexpr Blink blinks[] = {
     {"label_swt_onoff_\\d", {indicator::kGreen, indicator::kGrey}},
 };
 
-// The colour that fills most of the widget, within its border.
-QRgb backgroundOf(const QImage &image)
-{
-    QHash<QRgb, int> counts;
-    for (int y = 2; y < image.height() - 2; ++y) {
-        for (int x = 2; x < image.width() - 2; ++x)
-            ++counts[image.pixel(x, y)];
-    }
-    QRgb most = 0;
-    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
-        if (it.value() > counts.value(most))
-            most = it.key();
-    }
-    return most;
-}
-
 // What stands out from the background.
 QBitArray maskOf(const QImage &image, QRgb background)
 {
@@ -138,7 +122,7 @@ private:
             widget->setProperty("text", QStringLiteral("88"));
         const QImage image = widget->grab().toImage();
         widget->setProperty("text", text);
-        const QRgb background = backgroundOf(image);
+        const QRgb background = sight::backgroundOf(image, 2);
         m_looks[widget].insert(style, {background, maskOf(image, background)});
     }
 
