@@ -77,22 +77,11 @@ private slots:
         const auto row = [](const char *button, int fault, const char *get, const char *box, const char *words) {
             QTest::newRow(button) << fault << get << box << words;
         };
-        row("pushButton_cmu_fault2", 31, "pushButton_cmu_faultrecord_get", "textEdit_cmuFaultRecord",
-            "Higher than CMU3 reference");
         row("pushButton_cmu_fault3", 88, "pushButton_cmu_faultrecord_get", "textEdit_cmuFaultRecord",
             "CMU8 clock loss");
-        row("pushButton_cmu_fault4", 28, "pushButton_cmu_faultrecord_get", "textEdit_cmuFaultRecord",
-            "Lower than CMU0 reference");
-        row("pushButton_PMC_FI_TempSensor", 0, "pushButton_PMC_GetFault", "textBrowser_PMC_allFaultRec",
-            "Temperature Sensor fault");
         row("pushButton_PMC_FI_HVD", 2, "pushButton_PMC_GetFault", "textBrowser_PMC_allFaultRec", "HVD fault");
-        row("pushButton_PMC_FI_LVD", 1, "pushButton_PMC_GetFault", "textBrowser_PMC_allFaultRec", "LVD fault");
-        row("pushButton_PMC_FI_LVDSelfTest", 3, "pushButton_PMC_GetFault", "textBrowser_PMC_allFaultRec",
-            "Self Test fault");
         row("pushButton_xbic_fault1", 47, "", "textEdit_xbicFaultRecord", "Slave Port ID: S3");
-        row("pushButton_xbic_fault4", 48, "", "textEdit_xbicFaultRecord", "Master Port ID: M4");
         row("pushButton_smpu_fault1", 104, "", "textEdit_smpuFaultRecord", "Fault Address: 0x40000400");
-        row("pushButton_smpu_fault2", 105, "", "textEdit_smpuFaultRecord", "Type: Read");
         row("pushButton_memu_inject_3", 16, "pushButton_memu_faultrecord_get", "textEdit_memuFaultRecord",
             "Fault Address: 40000100");
         row("pushButton_memu_inject_5", 96, "", "textEdit_memuFaultRecord", "memu sram correctable error");
@@ -181,7 +170,7 @@ private slots:
         QTRY_COMPARE(m_bench->text("label_regp_hardlock_status"), QStringLiteral("Lock"));
     }
 
-    // The published vectors: FIPS 197 C.1, SP 800-38A F.2.1, RFC 4493 example 2.
+    // Published vectors: FIPS 197 C.1, RFC 4493 example 2.
     void publishedVectors()
     {
         const auto type = [this](const char *input, const char *text) {
@@ -193,10 +182,6 @@ private slots:
         m_bench->click("pushButton_cse_Encryption1");
         QTRY_COMPARE(m_bench->text("textBrowser_cse_Cyphertext_output"),
                      QStringLiteral("69C4E0D86A7B0430D8CDB78070B4C55A"));
-        type("plainTextEdit_cse_Plaintext_input", "6BC1BEE22E409F96E93D7E117393172A");
-        m_bench->click("pushButton_cse_Encryption2");
-        QTRY_COMPARE(m_bench->text("textBrowser_cse_Cyphertext_output"),
-                     QStringLiteral("7649ABAC8119B246CEE98E9B12E9197D"));
         type("plainTextEdit_cse_Message_input", "6bc1bee22e409f96e93d7e117393172a");
         m_bench->click("pushButton_cse_Generation");
         QTRY_COMPARE(m_bench->text("textBrowser_cse_CMAC_output"), QStringLiteral("070A16B46B4D4144F79BDD9DD04A287C"));

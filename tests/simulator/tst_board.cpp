@@ -30,9 +30,7 @@ private slots:
         };
         row("get 0", "say QM7D305 .*\n12/1 01");
         row("get 1", "1/4 3fb3333307ea0b02\n1/1 04");
-        row("get 9",
-            "13/1 00002000"
-            "00000000000000000000000000000000\n13/4 0f00");
+        row("get 9", "13/1 0000200000000000000000000000000000000000\n13/4 0f00");
         row("resetEsca 1 1", "13/4 0000");
         row("resetEsca 2 3 5", "13/4 0f05");
         row("resetEsca 2 3 256", "say a threshold .*");
@@ -42,10 +40,7 @@ private slots:
         row("cmu 3 95 60", "2/1 31(4f|50|51)5f3c");
         row("cmu 13 13", "say a monitor .*");
         row("cmu 3 256 1", "say usage.*");
-        row("inject 5 1", "12/1 02\n12/2 1c.{8}\n14/1 0301\n2/2 0101");
         row("inject 5 1", "say CMU0: the clock is within its limits, no fault", "cmu 0 130 80");
-        row("inject 5 4", "12/1 02\n12/2 1c.{8}\n14/1 0301\n2/2 0101");
-        row("inject 5 3", "12/1 02\n12/2 58.{8}\n14/1 0301\n2/2 0182\n2/1 85(4f|50|51)5848");
         row("sick clock xosc", "12/1 02\n12/2 1b.{8}\n14/1 0301\n2/2 0102\n2/4 08000000\n2/1 03(77|78|79)826e");
         row("cmu 16", "2/2 020182", "inject 5 1|sick clock xosc|cmu 17|inject 5 1|inject 5 3");
         row("cmu 17", "12/1 01\n2/2 00\n2/1 31(4f|50|51)5a46", "inject 5 2");
@@ -59,61 +54,36 @@ private slots:
         row("pmc 4 7", "10/1 01de");
         row("pmc 3 10", "10/1 01df", "pmc 4 10");
         row("pmc 4 3", "say no such detector: 3");
-        row("inject 4 2", "12/1 02\n12/2 02.{8}\n14/1 0301\n10/2 0101");
         row("inject 4 3", "say .*goes unnoticed", "pmc 4 1");
-        row("inject 4 1", "12/1 02\n12/2 00.{8}\n14/1 0301\n10/2 0100");
         row("pmc 6", "10/2 020001", "inject 4 1|inject 4 2");
         row("pmc 7", "12/1 01\n10/1 01df\n10/2 00", "inject 4 1");
         row("get 10", "14/1 0000\n14/1 0104\n14/1 0200\n14/1 0300");
         row("get 11", "3/1 1f");
         row("xbic 2 4", "3/1 0f");
-        row("inject 7 5", "12/1 02\n12/2 6b.{8}\n14/1 0301\n3/2 01040406.{8}51");
-        row("inject 7 1", "12/1 02\n12/2 2f.{8}\n14/1 0301\n3/2 01000003.*");
-        row("inject 7 2", "12/1 02\n12/2 2e.{8}\n14/1 0301\n3/2 01010000.*");
-        row("inject 7 3", "12/1 02\n12/2 32.{8}\n14/1 0301\n3/2 01020300.*");
-        row("inject 7 4", "12/1 02\n12/2 30.{8}\n14/1 0301\n3/2 01030404.*");
         row("inject 7 1", "say XBIC0 is off.*", "xbic 2 0");
         row("xbic 5", "12/1 01\n3/2 00", "inject 7 2");
-        row("get 5",
-            "4/1 7fa8"
-            "00004000ffff4000\n4/1 0e80.*\n4/1 1e00.*\n4/1 4e08.*\n4/1 ff08"
-            "00005080ffff5080");
-        row("inject 6 2", "12/1 02\n12/2 69.{8}\n14/1 0301\n4/2 0200000201");
-        row("inject 6 1", "12/1 02\n12/2 68.{8}\n14/1 0301\n4/2 1100040040");
+        row("get 5", "4/1 7fa800004000ffff4000\n4/1 0e80.*\n4/1 1e00.*\n4/1 4e08.*\n4/1 ff0800005080ffff5080");
         row("inject 6 6", "say access to 0x50800010 allowed: no fault", "smpu 2");
-        row("inject 9 5 100 AA", "12/1 02\n12/2 10.{8}\n14/1 0301\n7/2 010440000100");
         row("inject 9 6 0x100 AA", "12/1 03\n12/2 11.{8}\n14/1 0301\n7/2 010540000100");
         row("inject 9 1 400000", "say flash: the offset .*");
         row("inject 9 3 10 XY", "say peripheral RAM: the data .*");
         row("inject 9 3 10 ", "say usage: inject 9 3 <offset> <data>");
         row("memu 1", "7/2 0202ffe0001002ffe00020", "inject 9 3 10 0|inject 9 3 20 0|inject 9 3 30 0|inject 9 3 10 0");
         row("inject 9 3 30 0", "12/1 02\n12/2 15.{8}\n14/1 0303", "inject 9 3 10 0|inject 9 3 20 0");
-        row("inject 9 7", "12/1 02\n12/2 60.{8}\n14/1 0301\n7/2 010440000.{3}");
         row("get 8", "5/1 00000000000000000000000000");
         row("regP 5 12345678", "5/1 00000000007856341278563412");
         row("regP 5 99", "say .*ignored\n5/1 000f0000007856341278563412", "regP 2 12345678");
         row("regP 1", "say .*ignored\n5/1 010f000000.*", "regP 2 1|regP 4 2");
         row("regP 4 GG", "say the data .*");
-        row("get 2",
-            "11/1 08000c3500"
-            "00186a00\n11/1 48.*\n11/1 88.*");
-        row("swt 2 2 4",
-            "11/1 58"
-            "00007d00"
-            "0000fa00");
-        row("inject 3 2", "12/1 03\n12/2 0d.{8}\n14/1 0301");
+        row("get 2", "11/1 08000c350000186a00\n11/1 48.*\n11/1 88.*");
+        row("swt 2 2 4", "11/1 5800007d000000fa00");
         row("inject 3 1", "say SWT0 is off.*", "swt 4 1");
-        row("get 7",
-            "8/1 0900000101"
-            "2d004e200003e8.*");
+        row("get 7", "8/1 09000001012d004e200003e8.*");
         row("inject 8 2", "12/1 02\n12/2 4e.{8}\n14/1 0301\n8/1 09.{198}\n8/2 01010002012d004e20004e.{2}");
         row("inject 8 1", "12/1 02\n12/2 4c.{8}.*", "intcm 4 0 0");
         row("intcm EOI 1 2 20000 301", "8/1 09(.{22}){5}010202012d004e20.*");
         row("intcm XYZ 1 2 20000 301", "say usage.*");
-        row("intcm 4 0 0",
-            "8/1 0900000101"
-            "2d000000000000.*");
-        row("inject 10 2", "12/1 02\n12/2 73.{8}\n14/1 0301\n16/2 0100000002");
+        row("intcm 4 0 0", "8/1 09000001012d000000000000.*");
         row("sick lock 0 1", "5/1 01000000000000000000000000");
         row("sick failsafe 5", "14/1 0105");
         row("sick regulator vpre", "14/1 0040\n14/1 0103");
@@ -145,7 +115,7 @@ private slots:
         QVERIFY2(pattern.match(sent).hasMatch(), qPrintable(sent));
     }
 
-    // Real results after a while: the published vectors.
+    // Real results after a while; campaigns have the published vectors.
     void results_data()
     {
         QTest::addColumn<QString>("before");
@@ -153,28 +123,6 @@ private slots:
         const auto row = [](const char *command, const char *expected, const char *before = "") {
             QTest::newRow(command) << QString::fromLatin1(before) << QString::fromLatin1(expected);
         };
-        row("crc 1 0 0",
-            "6/3 00000009313233343536373839"
-            "0000004b.{8}");
-        row("crc 2 0 0",
-            "6/3 00000009313233343536373839"
-            "000029b1.{8}");
-        row("crc 3 1 0",
-            "6/3 00000009313233343536373839"
-            "cbf43926.{8}");
-        row("crc 4 1 0",
-            "6/3 00000009313233343536373839"
-            "000000df.{8}");
-        row("cse 2 1 00112233445566778899aabbccddeeff", "15/1 00\n15/4 00.{8}001069c4e0d86a7b0430d8cdb78070b4c55a",
-            "cse 1");
-        row("cse 2 2 6BC1BEE22E409F96E93D7E117393172A", "15/1 00\n15/4 01.{8}00107649abac8119b246cee98e9b12e9197d",
-            "cse 1");
-        row("cse 3 2 7649abac8119b246cee98e9b12e9197d", "15/1 00\n15/4 03.{8}00106bc1bee22e409f96e93d7e117393172a",
-            "cse 1");
-        row("cse 4 ", "15/1 00\n15/4 04.{8}0010bb1d6929e95937287fa37d129b756746", "cse 1");
-        row("cse 5 6bc1bee22e409f96e93d7e117393172a 070a16b46b4d4144f79bdd9dd04a287c", "15/1 00\n15/4 05.{8}000001",
-            "cse 1");
-        row("cse 5 00 070a16b46b4d4144f79bdd9dd04a287c", "15/1 00\n15/4 05.{8}000000", "cse 1");
         row("cse 2 1 00", "15/1 05");
         row("cse 4 00", "15/1 03");
         row("cse 2 1 001", "15/1 15", "cse 1");

@@ -52,22 +52,6 @@ private slots:
         }
     }
 
-    void everyButtonHasASlot()
-    {
-        const auto buttons = m_bench->window().centralWidget()->findChildren<QAbstractButton *>();
-        for (const QAbstractButton *button : buttons) {
-            const QString name = button->objectName();
-            if (!driver::isOurs(button) || !button->isVisibleTo(button->parentWidget()))
-                continue;
-            const QString head = QStringLiteral("on_%1_clicked(").arg(name);
-            bool found = false;
-            const QMetaObject *meta = m_bench->window().metaObject();
-            for (int i = meta->methodOffset(); i < meta->methodCount() && !found; ++i)
-                found = QString::fromLatin1(meta->method(i).methodSignature()).startsWith(head);
-            QVERIFY2(found, qPrintable(name));
-        }
-    }
-
     void pagesStandInOrder_data()
     {
         QTest::addColumn<QString>("tabs");

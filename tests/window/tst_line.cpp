@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The line under the window: commands out, frames in, waits, a board that goes away, boxes that do not stack.
-#include "app/messagebox.h"
+// The line under the window: commands out, frames in, waits, a board that goes away.
 #include "link/commandchannel.h"
 #include "link/serialline.h"
 #include "support/boxanswerer.h"
@@ -90,46 +89,6 @@ private slots:
         QCOMPARE(m_bench->text("lineEdit_sysworkmode"), QStringLiteral("DRUN"));
         m_bench->line().write(QByteArray::fromHex("A5C3 0000 01 04 0008 40200000 07E4 0C 1F 0000 D4B2"));
         QTRY_COMPARE(m_bench->text("lineEdit_firewareVision"), QStringLiteral("Version:2.50  Release time:2020/12/31"));
-    }
-
-    void textIsPlainAndEndsAtItsNul()
-    {
-        auto *view = m_bench->window().findChild<QTextEdit *>(QStringLiteral("textBrowser_temp"));
-        view->clear();
-        m_bench->line().write(QByteArray::fromHex("A5C3 0000 00 00 0007") + QByteArray("abc\0def", 7)
-                              + QByteArray::fromHex("0000 D4B2"));
-        const QByteArray markup = "<b>x</b><img src=\"a\">";
-        m_bench->line().write(QByteArray::fromHex("A5C3 0000 00 00 00") + char(markup.size()) + markup
-                              + QByteArray::fromHex("0000 D4B2 A5C3 0000 11 01 0001 00 0000 D4B2"));
-        QTRY_COMPARE(view->toPlainText(), QStringLiteral("abc\n<b>x</b><img src=\"a\">"));
-    }
-
-    // While a box is open further frames are decoded, and the same words open no second box.
-    void anOpenBoxDoesNotHoldTheLine()
-    {
-        BoxAnswerer answers;
-        const auto complain = [this] {
-            informOnce(&m_bench->window(), QStringLiteral("Error"), QStringLiteral("same words"), QMessageBox::Yes);
-        };
-        answers.onBox([&] {
-            complain();
-            m_bench->line().write(QByteArray::fromHex("A5C3 0000 01 01 0001 02 0000 D4B2"));
-            QTRY_COMPARE(m_bench->text("lineEdit_sysworkmode"), QStringLiteral("SAFE"));
-        });
-        complain();
-        complain();
-        QCOMPARE(answers.seen(), (QStringList{QStringLiteral("Error|same words"), QStringLiteral("Error|same words")}));
-    }
-
-    void eachOpeningConnectsAnew()
-    {
-        for (int i = 0; i < 2; ++i)
-            m_bench->window().Serialport_open();
-        m_bench->find<QTextEdit>("textBrowser_temp")->clear();
-        m_bench->line().write(QByteArray::fromHex("A5C3 0000 00 00 0001 61 0000 D4B2"));
-        QTRY_COMPARE(m_bench->text("textBrowser_temp"), QStringLiteral("a"));
-        QTest::qWait(20);
-        QCOMPARE(m_bench->text("textBrowser_temp"), QStringLiteral("a"));
     }
 
     void aClosedPortLosesCommandsSilently()

@@ -201,24 +201,22 @@ private slots:
         using Ports = QList<PortInfo>;
         const PortInfo modem = port("ttyS0");
         const Ports twins = {port("ttyUSB0", 1, 2, "A"), port("ttyUSB1", 1, 2, "A")};
-        QTest::newRow("same name") << Ports{modem, port("ttyUSB0", 1, 2, "A")} << "ttyUSB0"
-                                   << Ports{modem, port("ttyUSB0", 1, 2, "A")} << "ttyUSB0";
-        QTest::newRow("another name") << Ports{port("ttyUSB0", 1, 2, "A")} << "ttyUSB0"
-                                      << Ports{port("ttyUSB0", 1, 2, "B"), port("ttyUSB1", 1, 2, "A")} << "ttyUSB1";
-        QTest::newRow("another adapter") << Ports{port("ttyUSB0", 1, 2, "A")} << "ttyUSB0"
-                                         << Ports{port("ttyUSB0", 1, 3, "A")} << "";
-        QTest::newRow("second of two ports")
-            << twins << "ttyUSB1" << Ports{port("ttyUSB2", 1, 2, "A"), port("ttyUSB3", 1, 2, "A")} << "ttyUSB3";
-        QTest::newRow("its second port is not there yet")
-            << twins << "ttyUSB1" << Ports{port("ttyUSB2", 1, 2, "A")} << "";
-        QTest::newRow("no number, another name")
-            << Ports{port("ttyUSB0", 1, 2)} << "ttyUSB0" << Ports{modem, port("ttyUSB1", 1, 2)} << "ttyUSB1";
-        QTest::newRow("no number, two of the kind")
-            << Ports{port("ttyUSB0", 1, 2)} << "ttyUSB0" << Ports{port("ttyUSB1", 1, 2), port("ttyUSB2", 1, 2)} << "";
-        QTest::newRow("no identifiers") << Ports{modem} << "ttyS0" << Ports{modem, port("ttyS1")} << "ttyS0";
-        QTest::newRow("no identifiers, gone") << Ports{modem} << "ttyS0" << Ports{port("ttyS1")} << "";
-        QTest::newRow("pseudo-terminal") << Ports{port("/dev/pts/7")} << "/dev/pts/7" << Ports{port("/dev/pts/7")}
-                                         << "";
+        const auto row = [](const char *title, const Ports &before, const char *name, const Ports &after,
+                            const char *now) {
+            QTest::newRow(title) << before << QString(name) << after << QString(now);
+        };
+        const Ports first = {port("ttyUSB0", 1, 2, "A")}, plain = {port("ttyUSB0", 1, 2)};
+        row("same name", {modem, first[0]}, "ttyUSB0", {modem, first[0]}, "ttyUSB0");
+        row("another name", first, "ttyUSB0", {port("ttyUSB0", 1, 2, "B"), port("ttyUSB1", 1, 2, "A")}, "ttyUSB1");
+        row("another adapter", first, "ttyUSB0", {port("ttyUSB0", 1, 3, "A")}, "");
+        row("second of two ports", twins, "ttyUSB1", {port("ttyUSB2", 1, 2, "A"), port("ttyUSB3", 1, 2, "A")},
+            "ttyUSB3");
+        row("its second port is not there yet", twins, "ttyUSB1", {port("ttyUSB2", 1, 2, "A")}, "");
+        row("no number, another name", plain, "ttyUSB0", {modem, port("ttyUSB1", 1, 2)}, "ttyUSB1");
+        row("no number, two of the kind", plain, "ttyUSB0", {port("ttyUSB1", 1, 2), port("ttyUSB2", 1, 2)}, "");
+        row("no identifiers", {modem}, "ttyS0", {modem, port("ttyS1")}, "ttyS0");
+        row("no identifiers, gone", {modem}, "ttyS0", {port("ttyS1")}, "");
+        row("pseudo-terminal", {port("/dev/pts/7")}, "/dev/pts/7", {port("/dev/pts/7")}, "");
     }
 
     void anAdapterIsKnownAgain()

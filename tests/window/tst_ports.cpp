@@ -5,8 +5,6 @@
 #include "support/boxanswerer.h"
 #include "support/fixtures.h"
 
-#include <QAction>
-#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -17,9 +15,6 @@ Q_DECLARE_METATYPE(PortInfo)
 class TestPorts : public QObject
 {
     Q_OBJECT
-
-private:
-    static QString portState(const MainWindow &window) { return window.statusBar()->findChild<QLabel *>()->text(); }
 
 private slots:
     void init() { gPortName.clear(); }
@@ -105,21 +100,6 @@ private slots:
         cfsetspeed(&settings, B115200);
         QCOMPARE(tcsetattr(gSerialPort->handle(), TCSANOW, &settings), 0);
         QVERIFY2(lineTrouble(*gSerialPort).contains(QStringLiteral("115200")), qPrintable(lineTrouble(*gSerialPort)));
-    }
-
-    void openWithoutAPortLeavesTheWindow()
-    {
-        setAvailablePortNames([] { return QStringList(); });
-        BoxAnswerer answers;
-        MainWindow window;
-        QVERIFY2(portState(window).contains(QStringLiteral("closed: No serial port was found: plug the board in")),
-                 qPrintable(portState(window)));
-        window.show();
-        answers.setButton(QMessageBox::No);
-        window.findChild<QAction *>(QStringLiteral("actionopen"))->trigger();
-        QCOMPARE(answers.seen().size(), 3);
-        QVERIFY(window.isVisible());
-        QVERIFY(!window.startRefused());
     }
 };
 

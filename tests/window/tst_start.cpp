@@ -7,7 +7,6 @@
 #include "support/fixtures.h"
 
 #include <QAction>
-#include <QStatusBar>
 #include <QTest>
 #include <QTimer>
 
@@ -15,7 +14,6 @@ class TestStart : public QObject
 {
     Q_OBJECT
 
-private:
 private slots:
     void init() { gPortName.clear(); }
     void cleanup() { closeLine(*gSerialPort); }
@@ -89,6 +87,8 @@ private slots:
         QVERIFY(!gSerialPort->isOpen());
         if (window.startRefused())
             return;
+        QVERIFY2(driver::portState(window).contains("closed: No serial port was found: plug the board in"),
+                 qPrintable(driver::portState(window)));
 
         RawLine late;
         setAvailablePortNames([&] { return QStringList{late.tty()}; });
