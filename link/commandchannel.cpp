@@ -41,6 +41,11 @@ void sendCommand(QLatin1String command)
     writeLine(*gSerialPort, QByteArray(command.data(), command.size()) + "\r\n");
 }
 
+bool isDelayed()
+{
+    return depth > 0;
+}
+
 void delayMs(int milliseconds)
 {
     const QTime deadline = QTime::currentTime().addMSecs(milliseconds);

@@ -12,3 +12,5 @@ void sendCommand(QLatin1String command);
 /// Waits `milliseconds` while events of every kind are processed: anything can run inside.
 /// The end is a time of day, so that a wait across midnight ends at once; 0 or less processes nothing.
 void delayMs(int milliseconds);
+/// True while somebody waits so, whoever asks from inside.
+bool isDelayed();

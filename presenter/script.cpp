@@ -2,8 +2,11 @@
 #include "presenter/script.h"
 
 #include "app/mainwindow.h"
+#include "app/reportfeed.h"
 #include "link/commandchannel.h"
 #include "presenter/driver.h"
+#include "protocol/reset.h"
+#include "protocol/sys.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -20,6 +23,7 @@ namespace script {
 namespace {
 
 constexpr int kTickMs = 20;
+constexpr int kAskAgainMs = 3000; // many times what a restart takes
 
 QSize sizeFrom(const QString &text)
 {
@@ -31,11 +35,33 @@ bool says(const QWidget &widget, const QString &text)
     return driver::textOf(&widget).contains(text) || widget.accessibleDescription().contains(text);
 }
 
+// A page's button may send its command seconds later, behind an animation: the next step's must not overtake it. And
+// handlers that wait inside one another return only when the last one is over.
+bool isReady()
+{
+    return !isDelayed() || QApplication::activeModalWidget();
+}
+
+bool actsOnBoard(Act act)
+{
+    return act == Act::Press || act == Act::Switch || act == Act::Send || act == Act::Inject || act == Act::Restart;
+}
+
+// The counters of the reset escalation first: who plays all day resets the chip more often than they allow.
+void sendRestart()
+{
+    using namespace protocol::reset;
+    sendCommand(escalationCommand(Kind::Functional, Operation::ClearCounter));
+    sendCommand(escalationCommand(Kind::Destructive, Operation::ClearCounter));
+    sendCommand(protocol::sys::kDestructiveReset);
+}
+
 } // namespace
 
 Player::Player(MainWindow &window) : m_window(window)
 {
     connect(&m_timer, &QTimer::timeout, this, &Player::tick);
+    connect(&reportFeed(), &ReportFeed::reported, this, &Player::hear);
 }
 
 void Player::setFolder(const QString &folder)
@@ -52,15 +78,16 @@ void Player::setPatience(int milliseconds, bool lenient)
 
 void Player::start(std::span<const Step> steps)
 {
+    ++m_run;
     m_steps = steps;
     m_next = 0;
-    m_faults = -1;
-    m_whole = m_tried = false;
+    m_whole = m_tried = m_begun = false;
     m_timer.start(kTickMs);
 }
 
 void Player::stop()
 {
+    ++m_run;
     m_timer.stop();
 }
 
@@ -79,9 +106,14 @@ bool Player::play(std::span<const Step> steps)
 void Player::tick()
 {
     if (m_next >= m_steps.size())
-        return end(true);
+        return isReady() ? end(true) : void();
     const Step &step = m_steps[m_next];
-    if (!perform(step)) {
+    const int run = m_run;
+    const bool waits = !m_begun && actsOnBoard(step.act) && !isReady();
+    const bool taken = !waits && perform(step);
+    if (run != m_run)
+        return; // a key has begun something else meanwhile
+    if (!taken) {
         if (!std::exchange(m_tried, true))
             m_waiting.start(); // the first try may take its time
         if (m_waiting.elapsed() < m_patienceMs)
@@ -92,9 +124,8 @@ void Player::tick()
             return end(false);
         }
     }
-    m_tried = false;
-    if (++m_next == m_steps.size())
-        end(true);
+    m_tried = m_begun = false;
+    ++m_next;
 }
 
 void Player::end(bool whole)
@@ -131,6 +162,8 @@ bool Player::perform(const Step &step)
     case Act::Send:
         sendCommand(name);
         return true;
+    case Act::Restart:
+        return restart();
     case Act::Call:
         return call(name);
     case Act::Choose:
@@ -201,17 +234,47 @@ void Player::type(QWidget &field, const QString &text)
     driver::type(&field, text);
 }
 
+// An injection is lost on a board that restarts: it is made again.
 bool Player::inject(QWidget &button)
 {
     const auto *history = m_window.findChild<QComboBox *>(QStringLiteral("comboBox_FaultID"));
-    if (m_faults < 0) {
+    if (m_begun && history->count() > m_faults)
+        return true;
+    if (!m_begun || (m_restarted && isReady())) {
+        m_begun = true;
+        m_restarted = false;
         m_faults = history->count();
         press(button);
     }
-    if (history->count() <= m_faults)
-        return false;
-    m_faults = -1;
-    return true;
+    return false;
+}
+
+// So is the reset; and a chip that is held in reset hears nothing until somebody has taken its power away.
+bool Player::restart()
+{
+    if (m_begun && m_back)
+        return true;
+    if (!m_begun || m_asked.hasExpired(kAskAgainMs)) {
+        m_begun = true;
+        m_restarted = m_back = false;
+        m_asked.start();
+        sendRestart();
+    }
+    return false;
+}
+
+void Player::hear(const protocol::Report &report)
+{
+    const auto *notice = std::get_if<protocol::sys::RestartNotice>(&report);
+    const auto *reasons = std::get_if<protocol::reset::Reasons>(&report);
+    if (notice && notice->restarted) {
+        m_restarted = true;
+        if (m_begun && m_steps[m_next].act == Act::Restart)
+            sendCommand(protocol::reset::kGetReasons);
+    }
+    if (!reasons || !m_restarted)
+        return;
+    m_back = reasons->isDestructive();
 }
 
 bool Player::call(const QString &name)

@@ -2,6 +2,8 @@
 // Steps to take in the window, and their player: for the speaker's script, tour, pictures and tutorial.
 #pragma once
 
+#include "protocol/report.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -24,6 +26,7 @@ enum class Act {
     Switch,  // "on" or "off": presses a box or button that is not yet so
     Send,    // a command to the board
     Inject,  // presses the button and waits until the board reports one more fault
+    Restart, // the chip, by a destructive reset, and waits until it has started anew
     Enter,   // text into a field, a number into a spin box, the item of a selector
     Type,    // the text key by key; a line feed is Return
     Next,    // selects the item below
@@ -43,7 +46,8 @@ struct Step {
     const char *caption = ""; // said about the step by those who speak
 };
 
-/// Tries each step until it can be taken, from inside the event loop: also while the window waits or shows a dialog.
+/// Tries each step until it can be taken, from inside the event loop: also while the window waits or shows a dialog. What
+/// acts on the board waits until the window's animations are over, or a dialog is open.
 class Player : public QObject
 {
     Q_OBJECT
@@ -83,6 +87,8 @@ private:
     bool act(const Step &step, QWidget &widget);
     bool setSwitch(QWidget &widget, bool on);
     bool inject(QWidget &button);
+    bool restart();
+    void hear(const protocol::Report &report);
     bool call(const QString &name);
     bool choose(const QString &entry);
     bool takePicture(QWidget &widget, const QString &name);
@@ -93,7 +99,12 @@ private:
     std::map<QString, std::function<void()>> m_calls;
     std::span<const Step> m_steps;
     std::size_t m_next = 0;
-    int m_faults = -1; // in the history before an injection; -1: none is awaited
+    int m_run = 0;            // counts starts and stops
+    int m_faults = 0;         // in the history before an injection
+    bool m_begun = false;     // a step that waits for the board
+    bool m_restarted = false; // the board, since then
+    bool m_back = false;      // by a destructive reset
+    QElapsedTimer m_asked;
     int m_patienceMs = 15000;
     bool m_lenient = false;
     bool m_whole = false;

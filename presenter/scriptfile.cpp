@@ -56,6 +56,17 @@ QString stringOf(const toml::table &table, const char *key)
     return textOf(node->as_string()->get());
 }
 
+int secondsOf(const toml::table &table, const char *key, int usual)
+{
+    const toml::node *node = table.get(key);
+    if (!node)
+        return usual;
+    const auto number = node->value<int>().value_or(0);
+    if (number < 1 || number > kMostSeconds)
+        fail(*node, QStringLiteral("\"%1\" is no whole number from 1 to %2").arg(QLatin1String(key)).arg(kMostSeconds));
+    return number;
+}
+
 void forbidOthers(const toml::table &table, std::initializer_list<std::string_view> known)
 {
     for (const auto &[key, node] : table) {
@@ -74,8 +85,9 @@ public:
 
     void read(const toml::table &file)
     {
-        forbidOthers(file, {"title", "step"});
+        forbidOthers(file, {"title", "idle", "step"});
         m_script.m_title = stringOf(file, "title");
+        m_script.m_idleSeconds = secondsOf(file, "idle", ScriptFile::kIdleSeconds);
         const toml::array *steps = file["step"].as_array();
         if (!steps || steps->empty())
             fail(file, QStringLiteral("no [[step]]"));
@@ -99,12 +111,7 @@ private:
         Scene scene;
         scene.title = stringOf(table, "title");
         scene.caption = stringOf(table, "caption");
-        if (const toml::node *seconds = table.get("seconds")) {
-            const auto number = seconds->value<int>().value_or(0);
-            if (number < 1 || number > kMostSeconds)
-                fail(*seconds, QStringLiteral("\"seconds\" is no whole number from 1 to %1").arg(kMostSeconds));
-            scene.seconds = number;
-        }
+        scene.seconds = secondsOf(table, "seconds", scene.seconds);
         if (const QString page = stringOf(table, "page"); !page.isEmpty())
             scene.steps.push_back({Act::Page, kept(page)});
         if (const toml::node *deeds = table.get("do")) {

@@ -30,12 +30,16 @@ public:
 
     const QString &title() const { return m_title; }
     const std::vector<Scene> &scenes() const { return m_scenes; }
+    /// After the last touch, then a script that plays by itself begins anew.
+    int idleSeconds() const { return m_idleSeconds; }
 
 private:
     friend class ScriptReader;
+    static constexpr int kIdleSeconds = 60;
 
     QString m_title;
     std::vector<Scene> m_scenes;
+    int m_idleSeconds = kIdleSeconds;
     std::deque<QByteArray> m_words; // that the steps name
 };
 

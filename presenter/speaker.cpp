@@ -2,9 +2,7 @@
 #include "presenter/speaker.h"
 
 #include "app/mainwindow.h"
-#include "link/commandchannel.h"
 #include "presenter/mode.h"
-#include "protocol/sys.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -19,12 +17,12 @@ namespace {
 constexpr int kMostBoxes = 16;
 constexpr int kPatienceMs = 15'000; // for one step of a scene
 
-// The counters of the reset escalation first: a script that plays all day resets the chip more often than they allow.
-QStringList backToStart()
+// Boxes that nobody has answered go: a dialog in front would keep a clicker's keys.
+void closeBoxes()
 {
-    using namespace protocol::reset;
-    return {escalationCommand(Kind::Functional, Operation::ClearCounter),
-            escalationCommand(Kind::Destructive, Operation::ClearCounter), QString(protocol::sys::kDestructiveReset)};
+    QWidget *box = QApplication::activeModalWidget();
+    for (int n = 0; box && n < kMostBoxes; ++n, box = QApplication::activeModalWidget())
+        box->close();
 }
 
 } // namespace
@@ -38,6 +36,7 @@ Speaker::Speaker(MainWindow &window, Mode &mode)
 {
     setObjectName(QStringLiteral("speaker"));
     m_player.setPatience(kPatienceMs, false);
+    m_player.addCall("forget", [this] { m_mode.teller().forget(); });
     m_curtain->setObjectName(QStringLiteral("curtain"));
     m_curtain->setAutoFillBackground(true);
     m_curtain->setPalette(QPalette(Qt::black));
@@ -51,7 +50,7 @@ Speaker::Speaker(MainWindow &window, Mode &mode)
     connect(&m_player, &script::Player::ended, this, &Speaker::whenTaken);
     connect(&m_stay, &QTimer::timeout, this, &Speaker::afterScene);
     connect(&m_idle, &QTimer::timeout, this, &Speaker::anew);
-    connect(&mode, &Mode::ended, this, &Speaker::end);
+    connect(&mode, &Mode::ended, this, &Speaker::leave);
 }
 
 Speaker::~Speaker() = default;
@@ -68,16 +67,22 @@ void Speaker::addKey(Qt::Key keys, const char *what, void (Speaker::*work)())
 
 QString Speaker::begin(const QString &path)
 {
+    m_player.stop(); // its steps go with the file
     QString trouble = m_script.load(path);
     if (!trouble.isEmpty())
         return trouble;
+    enter();
+    m_mode.teller().forget();
+    show(0);
+    return {};
+}
+
+void Speaker::enter()
+{
     m_speaking = true;
     for (QShortcut *key : qAsConst(m_keys))
         key->setEnabled(true);
     m_mode.begin();
-    m_mode.teller().forget();
-    show(0);
-    return {};
 }
 
 QString Speaker::playByItself(const QString &path, int rounds)
@@ -91,12 +96,18 @@ QString Speaker::playByItself(const QString &path, int rounds)
 
 void Speaker::end()
 {
+    m_alone = false;
+    qApp->removeEventFilter(this);
+    m_idle.stop();
+    leave();
+}
+
+void Speaker::leave()
+{
     if (!m_speaking)
         return;
-    m_speaking = m_alone = false;
-    qApp->removeEventFilter(this);
+    m_speaking = false;
     m_stay.stop();
-    m_idle.stop();
     m_player.stop();
     m_curtain->hide();
     m_scene = -1;
@@ -106,7 +117,7 @@ void Speaker::end()
     m_mode.end();
 }
 
-void Speaker::show(int scene)
+void Speaker::show(int scene, std::vector<script::Step> before)
 {
     const auto &scenes = m_script.scenes();
     if (!m_speaking || scenes.empty())
@@ -119,7 +130,9 @@ void Speaker::show(int scene)
     m_mode.banner().setCaption(now.caption.isEmpty() ? now.title : now.caption,
                                m_scene < last ? scenes[static_cast<std::size_t>(m_scene) + 1].title
                                               : QStringLiteral("the end"));
-    m_player.start(now.steps);
+    m_steps = std::move(before);
+    m_steps.insert(m_steps.end(), now.steps.begin(), now.steps.end());
+    m_player.start(m_steps);
 }
 
 void Speaker::next()
@@ -147,24 +160,14 @@ bool Speaker::isBlank() const
 
 void Speaker::anew()
 {
+    m_idle.stop();
+    if (m_alone)
+        enter(); // whoever was there may have left
     if (!m_speaking)
         return;
-    m_idle.stop();
-    cleanUp();
-    show(0);
-}
-
-// Boxes that nobody has answered go, too: a dialog in front would keep a clicker's keys.
-void Speaker::cleanUp()
-{
     m_player.stop();
-    QWidget *box = QApplication::activeModalWidget();
-    for (int n = 0; box && n < kMostBoxes; ++n, box = QApplication::activeModalWidget())
-        box->close();
-    const QStringList commands = backToStart();
-    for (const QString &command : commands)
-        sendCommand(command);
-    m_mode.teller().forget();
+    closeBoxes();
+    show(0, {{script::Act::Restart}, {script::Act::Call, "forget"}});
 }
 
 void Speaker::whenTaken(bool whole)
@@ -185,14 +188,15 @@ void Speaker::afterScene()
         anew();
 }
 
-// Only what comes from the user's own hands.
+// Only what comes from the user's own hands. A shortcut's key is no key press, but was asked for as one.
 bool Speaker::eventFilter(QObject *watched, QEvent *event)
 {
     const bool touched = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress
-        || event->type() == QEvent::Wheel;
+        || event->type() == QEvent::ShortcutOverride || event->type() == QEvent::Wheel;
     if (touched && event->spontaneous()) {
         m_stay.stop();
-        m_idle.start(kIdleMs);
+        m_player.stop();
+        m_idle.start(m_script.idleSeconds() * 1000);
     }
     return QObject::eventFilter(watched, event);
 }

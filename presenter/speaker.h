@@ -21,15 +21,13 @@ class Speaker : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int kIdleMs = 60'000; // after the last touch, then a script that plays by itself begins anew
-
     Speaker(MainWindow &window, Mode &mode);
     ~Speaker() override;
 
     /// Begins the script in presenter mode. Returns what is wrong with the file, for people; then nothing has happened.
     QString begin(const QString &path);
     /// The same, without hands: each scene stays for its time, and behind the last one all begins anew, `rounds` times; 0:
-    /// without end. A touch stops it until nobody has touched anything for a while.
+    /// without end. A touch stops it, and may end presenter mode, until nobody has touched anything for a while.
     QString playByItself(const QString &path, int rounds = 0);
     /// How long each scene stays when the script plays by itself, in place of its own time; 0: its own time.
     void setStay(int milliseconds) { m_stayMs = milliseconds; }
@@ -59,16 +57,18 @@ protected:
 
 private:
     void addKey(Qt::Key keys, const char *what, void (Speaker::*work)());
-    void show(int scene);
+    void show(int scene, std::vector<script::Step> before = {});
     void whenTaken(bool whole);
     void afterScene();
-    void cleanUp();
+    void enter();
+    void leave();
 
     MainWindow &m_window;
     Mode &m_mode;
     ScriptFile m_script;
     script::Player m_player;
-    QList<QShortcut *> m_keys; // while it speaks
+    std::vector<script::Step> m_steps; // of the scene
+    QList<QShortcut *> m_keys;         // while it speaks
     std::unique_ptr<QWidget> m_curtain;
     QTimer m_stay;
     QTimer m_idle;

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 // The speaker's script: files that are read and files that are refused, a clicker's keys, and the shipped script in front
 // of a virtual board, scene by scene and by itself.
+#include "link/linetraffic.h"
 #include "presenter/mode.h"
 #include "presenter/speaker.h"
 #include "support/fixtures.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 using namespace presenter;
 
@@ -32,13 +35,20 @@ private slots:
     void wrongFilesAreRefused();
     void clickerWalks();
     void shippedScriptKeepsItsWord();
+    void stepsWaitForSlowButtons();
+    void lostInjectionIsMadeAgain();
+    void homeComesThrough_data();
+    void homeComesThrough();
     void playsByItself();
+    void visitorTakesOver_data();
+    void visitorTakesOver();
 
 private:
     Speaker &speaker() { return *m_bench->window().findChild<Speaker *>(QStringLiteral("speaker")); }
     Mode &mode() { return *m_bench->window().findChild<Mode *>(QStringLiteral("presenterMode")); }
     QString written(const QByteArray &text);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    int heard(const char *command) const { return m_bench->commands.count(QLatin1String(command)); }
 
     std::unique_ptr<BoardFixture> m_bench;
     QTemporaryDir m_folder;
@@ -78,6 +88,7 @@ void TestSpeaker::wrongFilesAreRefused_data()
     row("no TOML", "title = \"t\"\n[[step]\n", "2: ");
     row("unknown key", "[[step]]\ntitel = \"x\"\n", "2: unknown key \"titel\"");
     row("number for a text", "[[step]]\ntitle = 3\n", "2: \"title\" is no text");
+    row("no idle time", "idle = 1.5\n[[step]]\n", "1: \"idle\" is no whole number from 1 to 3600");
     row("no time", "[[step]]\nseconds = 0\n", "2: \"seconds\" is no whole number from 1 to 3600");
     row("step is no table", "step = [1]\n", "1: \"step\" is no list of tables");
     row("do is no list", "[[step]]\ndo = 1\n", "2: \"do\" is no list");
@@ -153,6 +164,72 @@ void TestSpeaker::shippedScriptKeepsItsWord()
     }
 }
 
+// The button's command goes out behind an animation of three seconds; the next step would clear before it.
+void TestSpeaker::stepsWaitForSlowButtons()
+{
+    const QString path = written("[[step]]\npage = \"CMU\"\ndo = [{ press = \"pushButton_cmu_fault1\" }]\n"
+                                 "[[step]]\ndo = [{ send = \"cmu 17\" }]\n");
+    QTimer clicker; // in the middle of the animation, where the test's own waits would end behind it
+    connect(&clicker, &QTimer::timeout, this, [&] {
+        if (m_bench->text("label_MCCLK_fvalue") != QLatin1String("80"))
+            return;
+        clicker.stop();
+        m_bench->commands.clear();
+        speaker().next();
+    });
+    clicker.start(20);
+    QCOMPARE(speaker().begin(path), QString());
+    QTRY_VERIFY(!clicker.isActive());
+    QTRY_COMPARE(m_bench->commands, QStringList({QStringLiteral("inject 5 1"), QStringLiteral("cmu 17")}));
+}
+
+void TestSpeaker::lostInjectionIsMadeAgain()
+{
+    const QString path = written("[[step]]\ndo = [{ inject = \"pushButton_smpu_fault6\" }]\n");
+    QSignalSpy taken(&speaker(), &Speaker::sceneTaken);
+    m_bench->board().holdInReset();
+    QSignalSpy sent(&lineTraffic(), &LineTraffic::sent);
+    QCOMPARE(speaker().begin(path), QString());
+    QTRY_VERIFY(!sent.isEmpty());
+    m_bench->board().powerCycle();
+    QTRY_COMPARE(taken.count(), 1);
+    QVERIFY(taken.last().at(1).toBool());
+}
+
+void TestSpeaker::homeComesThrough_data()
+{
+    QTest::addColumn<bool>("held");
+    QTest::newRow("while the board restarts") << false;
+    QTest::newRow("held in reset until the next power-on") << true;
+}
+
+// A board that restarts or is held takes no command: the reset is ordered until it has happened.
+void TestSpeaker::homeComesThrough()
+{
+    QFETCH(const bool, held);
+    const QString path = written("[[step]]\ndo = [{ wait = \"NORMAL\" }]\n");
+    QSignalSpy taken(&speaker(), &Speaker::sceneTaken);
+    QCOMPARE(speaker().begin(path), QString());
+    QTRY_COMPARE(taken.count(), 1);
+    m_bench->commands.clear();
+    if (held)
+        m_bench->board().holdInReset();
+    else
+        m_bench->board().restart(simulator::Reason::SoftwareFunctional);
+    int orders = 0;
+    const auto counting = connect(&lineTraffic(), &LineTraffic::sent, this,
+                                  [&orders](const QByteArray &bytes) { orders += bytes.startsWith("inject 2"); });
+    speaker().anew();
+    QTRY_COMPARE(orders, 2);
+    disconnect(counting);
+    QCOMPARE(taken.count(), 1);
+    if (held)
+        m_bench->board().powerCycle();
+    QTRY_COMPARE(taken.count(), 2);
+    QVERIFY(taken.last().at(1).toBool());
+    QCOMPARE(heard("inject 2"), held ? 0 : 1);
+}
+
 void TestSpeaker::playsByItself()
 {
     const QString path = written("[[step]]\ntitle = \"one\"\n[[step]]\ntitle = \"two\"\n");
@@ -165,6 +242,46 @@ void TestSpeaker::playsByItself()
     rounds.clear();
     QCOMPARE(speaker().playByItself(path), QString());
     QTRY_VERIFY(rounds.count() >= 1);
+}
+
+void TestSpeaker::visitorTakesOver_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("click") << 0;
+    QTest::newRow("letter") << int(Qt::Key_A);
+    QTest::newRow("clicker") << int(Qt::Key_PageUp);
+    QTest::newRow("leaves presenter mode") << int(Qt::Key_Escape);
+}
+
+void TestSpeaker::visitorTakesOver()
+{
+    QFETCH(const int, key);
+    constexpr int idleMs = 2000;
+    constexpr int leastMs = idleMs * 9 / 10; // timers are coarse
+    const QString path = written("idle = 2\n[[step]]\n[[step]]\ntitle = \"two\"\n");
+    QSignalSpy rounds(&speaker(), &Speaker::roundEnded);
+    speaker().setStay(20);
+    QCOMPARE(speaker().playByItself(path), QString());
+    QTRY_VERIFY(!rounds.isEmpty());
+    QElapsedTimer sinceTouch;
+    for (const int touch : {1, 2}) {
+        m_bench->window().activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&m_bench->window()));
+        if (key)
+            QTest::keyClick(m_bench->window().windowHandle(), Qt::Key(key)); // with its way through the shortcuts
+        else
+            QTest::mouseClick(&mode().banner().canvas(), Qt::LeftButton);
+        sinceTouch.start();
+        rounds.clear();
+        m_bench->commands.clear();
+        QTRY_VERIFY(touch == 2 || sinceTouch.elapsed() > idleMs / 2);
+    }
+    QCOMPARE(mode().isOn(), key != Qt::Key_Escape);
+    QTRY_VERIFY(!rounds.isEmpty());
+    QVERIFY(sinceTouch.elapsed() >= leastMs);
+    QVERIFY(heard("inject 2") > 0);
+    QVERIFY(mode().isOn());
+    QCOMPARE(speaker().isSpeaking(), true);
 }
 
 QTEST_MAIN(TestSpeaker)
