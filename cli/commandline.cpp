@@ -19,7 +19,7 @@ enum OptionBit : unsigned {
     Record = 1 << 1,
     Timeout = 1 << 2,
     For = 1 << 3,
-    Replay = 1 << 4, // --speed, --from
+    Replay = 1 << 4, // --from, --link
     Control = 1 << 5,
     Speed = 1 << 6,
     Json = 1 << 7,
@@ -81,6 +81,7 @@ constexpr Option options[] = {
     {"gap",     "SECONDS",   "Wait so long between two commands (default 0).",                    Gap},
     {"speed",   "N",         "So many times as fast as recorded (default 1).",                    Speed},
     {"from",    "SECONDS",   "Begin so long after the recording's first packet.",                 Replay},
+    {"link",    "PATH",      "A symbolic link to the terminal, which stays where a loss in the recording renames it.", Replay},
     {"control", "",          "Take commands on standard input: play, pause, step, speed N, to SECONDS, fault, mark.",
                                                                                                   Control},
     {"report",  "DIR",       "Write reports and the recording into this folder.",                 Cases},
@@ -211,8 +212,10 @@ Settings settingsOf(const QCommandLineParser &parser, const Verb &verb, QString 
         settings.forMs = millisecondsOf(parser, "for", wrong);
     if (verb.options & Speed)
         settings.speed = numberOf(parser, "speed", 1 / kFastest, kFastest, wrong).value_or(1);
-    if (verb.options & Replay)
+    if (verb.options & Replay) {
         settings.fromSeconds = numberOf(parser, "from", 0, kLongestSeconds, wrong).value_or(0);
+        settings.link = parser.value(QStringLiteral("link"));
+    }
     if (verb.options & Cases) {
         settings.report = parser.value(QStringLiteral("report"));
         settings.only = parser.value(QStringLiteral("only"));

@@ -27,7 +27,8 @@ public:
     Service(const Settings &settings, const session::Tape &tape)
         : m_settings(settings),
           m_player(tape),
-          m_recorder([this](const session::Packet &packet) { m_copy.add(packet); })
+          m_recorder([this](const session::Packet &packet) { m_copy.add(packet); }),
+          m_terminal(settings.link)
     {
         connect(&m_player, &session::Player::arrived, this, [this](const QByteArray &bytes) {
             m_recorder.received(bytes);
@@ -36,6 +37,14 @@ public:
         connect(&m_terminal, &Terminal::received, this, [this](const QByteArray &bytes) { m_recorder.sent(bytes); });
         connect(&m_terminal, &Terminal::opened, this, &Service::begin);
         connect(&m_terminal, &Terminal::taken, this, &Service::endWhenPlayed);
+        connect(&m_player, &session::Player::lineChanged, this,
+                [this](bool there) { there ? m_terminal.plugIn() : m_terminal.hangUp(); });
+        connect(&m_terminal, &Terminal::hungUp, this,
+                [this] { m_recorder.lost(QStringLiteral("as in the recording")); });
+        connect(&m_terminal, &Terminal::pluggedIn, this, [this] {
+            m_recorder.opened(m_terminal.name());
+            awaitProgram();
+        });
         connect(&m_player, &session::Player::changed, this, &Service::endWhenPlayed);
         connect(&m_copy, &session::RecordingWriter::failed, this, &complain);
         onInterrupt(this, [] { QCoreApplication::exit(kInterrupted); });
@@ -58,14 +67,14 @@ public:
             return kUsageOrFile;
         if (m_settings.control)
             m_control.emplace(m_player, m_settings.json);
-        tellTerminal();
-        m_patience.start(m_settings.timeoutMs.value_or(kTimeoutMs));
+        awaitProgram();
         return QCoreApplication::exec();
     }
 
 private:
-    void tellTerminal()
+    void awaitProgram()
     {
+        m_patience.start(m_settings.timeoutMs.value_or(kTimeoutMs));
         Output output;
         output.line(m_settings.json ? JsonLine("terminal").add("tty", m_terminal.name()).take()
                                     : "tty: " + m_terminal.name().toUtf8());

@@ -22,6 +22,7 @@ struct Settings {
     double speed = 1;
     double fromSeconds = 0;
     bool control = false;
+    QString link;   // to the terminal; empty: none
     QString report; // folder; empty: none
     QString only;   // patterns of cases; empty: all
     std::optional<quint32> shuffle;

@@ -27,15 +27,17 @@ int unread(const QString &terminal)
 
 } // namespace
 
-Terminal::Terminal()
+Terminal::Terminal(const QString &link) : m_link(link), m_name(m_link.pointTo(m_line.tty()))
 {
     m_line.setPaced(false);
     connect(&m_line, &simulator::PtyLine::received, this, &Terminal::received);
     connect(&m_line, &simulator::PtyLine::connectedChanged, this, [this](bool connected) {
-        if (connected)
+        if (connected) {
+            m_expected = false;
             emit opened();
-        else
-            m_waiting.clear();
+        }
+        while (!connected && !m_waiting.empty() && std::holds_alternative<QByteArray>(m_waiting.front()))
+            m_waiting.pop_front();
     });
     m_look.setInterval(kLookMs);
     connect(&m_look, &QTimer::timeout, this, &Terminal::look);
@@ -43,7 +45,22 @@ Terminal::Terminal()
 
 void Terminal::send(const QByteArray &bytes)
 {
-    m_waiting.push_back(bytes);
+    put(bytes);
+}
+
+void Terminal::hangUp()
+{
+    put(Plug::Out);
+}
+
+void Terminal::plugIn()
+{
+    put(Plug::In);
+}
+
+void Terminal::put(const Item &item)
+{
+    m_waiting.push_back(item);
     m_quietLooks = 0;
     feed();
     if (!m_look.isActive())
@@ -52,24 +69,53 @@ void Terminal::send(const QByteArray &bytes)
 
 void Terminal::feed()
 {
-    while (!m_waiting.empty() && m_line.pending() < kMostInLine) {
-        const QByteArray next = std::move(m_waiting.front());
-        m_waiting.pop_front();
-        m_line.send(next); // may find the program gone, and clear the queue
+    while (!m_waiting.empty()) {
+        const Item next = m_waiting.front();
+        if (!feed(next))
+            return;
     }
+}
+
+// False where its time has not come.
+bool Terminal::feed(const Item &item)
+{
+    const auto *bytes = std::get_if<QByteArray>(&item);
+    if (bytes && (m_expected || m_line.pending() >= kMostInLine))
+        return false;
+    if (item == Item(Plug::Out) && m_quietLooks < kQuietLooks)
+        return false;
+    m_waiting.pop_front(); // first: sending may find the program gone, and clear the queue
+    if (bytes) {
+        m_line.send(*bytes);
+    } else if (std::get<Plug>(item) == Plug::Out) {
+        m_link.remove();
+        m_line.hangUp();
+        emit hungUp();
+    } else {
+        m_line.plugIn();
+        m_name = m_link.pointTo(m_line.tty());
+        m_expected = true;
+        emit pluggedIn();
+    }
+    return true;
 }
 
 void Terminal::look()
 {
+    m_quietLooks = isLineQuiet() ? m_quietLooks + 1 : 0;
     feed();
-    m_quietLooks = isQuiet() ? m_quietLooks + 1 : 0;
     if (!isTaken())
         return;
     m_look.stop();
     emit taken();
 }
 
-bool Terminal::isQuiet() const
+bool Terminal::isTaken() const
 {
-    return m_waiting.empty() && (!m_line.isConnected() || (m_line.pending() == 0 && unread(m_line.tty()) == 0));
+    return m_waiting.empty() && m_quietLooks >= kQuietLooks;
+}
+
+bool Terminal::isLineQuiet() const
+{
+    return !m_line.isConnected() || (m_line.pending() == 0 && unread(m_line.tty()) == 0);
 }

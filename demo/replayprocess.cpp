@@ -2,6 +2,7 @@
 #include "demo/replayprocess.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -24,10 +25,13 @@ QString tool()
 ReplayProcess::ReplayProcess(const QString &file, const QString &speed, const QString &from, QObject *parent)
     : QObject(parent)
 {
+    // A name that stays when a loss in the recording brings the line back on another terminal.
+    const QString link =
+        QDir::temp().filePath(QStringLiteral("recorded-board-%1").arg(QCoreApplication::applicationPid()));
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel); // it says what is wrong with a file
     m_process.start(tool(),
                     {QStringLiteral("serve"), file, QStringLiteral("--control"), QStringLiteral("--json"),
-                     QStringLiteral("--speed"), speed, QStringLiteral("--from"), from});
+                     QStringLiteral("--speed"), speed, QStringLiteral("--from"), from, QStringLiteral("--link"), link});
     while (!m_process.canReadLine() && m_process.waitForReadyRead(kStartMs)) {}
     m_tty = QJsonDocument::fromJson(m_process.readLine()).object().value(QStringLiteral("tty")).toString();
     connect(&m_process, &QProcess::readyReadStandardOutput, this, &ReplayProcess::readPositions);

@@ -22,7 +22,7 @@ public:
     ~ReplayProcess() override;
 
     bool isRunning() const { return !m_tty.isEmpty(); }
-    /// Path of the terminal line, "/dev/pts/4".
+    /// Path of the terminal line, a symbolic link.
     QString tty() const { return m_tty; }
     /// As it was told last.
     const Position &position() const { return m_position; }

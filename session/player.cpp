@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cmath>
 #include <functional>
+#include <utility>
 
 #include <sys/timerfd.h>
 #include <unistd.h>
@@ -93,17 +94,25 @@ void Player::arm()
         m_alarm->clear();
         return;
     }
-    const auto ahead = static_cast<double>(m_tape.arrivals()[m_next].time - m_anchorTape) / m_speed;
+    const auto &arrivals = m_tape.arrivals();
+    const auto &turns = m_tape.turns();
+    const qint64 never = m_tape.length();
+    const qint64 next = std::min(m_next < arrivals.size() ? arrivals[m_next].time : never,
+                                 m_nextTurn < turns.size() ? turns[m_nextTurn].time : never);
+    const auto ahead = static_cast<double>(next - m_anchorTape) / m_speed;
     m_alarm->set(m_anchorClock + std::llround(ahead));
 }
 
 void Player::playDue()
 {
     const qint64 now = position();
-    std::size_t due = m_next;
-    while (due < m_tape.arrivals().size() && m_tape.arrivals()[due].time <= now)
-        ++due;
-    emitUpTo(due);
+    const auto &turns = m_tape.turns();
+    while (m_nextTurn < turns.size() && turns[m_nextTurn].time <= now) {
+        const qint64 turn = turns[m_nextTurn].time;
+        emitUntil(turn);
+        turnTo(turn);
+    }
+    emitUntil(now);
     if (m_playing && isAtEnd())
         pause();
     else
@@ -121,6 +130,32 @@ void Player::emitUpTo(std::size_t next)
         recallUpTo(m_tape.arrivals()[m_next - 1].time);
         emit arrived(QByteArray(bytes.data(), static_cast<int>(bytes.size())));
     }
+}
+
+void Player::emitUntil(qint64 time)
+{
+    const auto &arrivals = m_tape.arrivals();
+    const auto after = std::upper_bound(arrivals.begin(), arrivals.end(), time,
+                                        [](qint64 wanted, const Tape::Arrival &one) { return wanted < one.time; });
+    emitUpTo(static_cast<std::size_t>(after - arrivals.begin()));
+}
+
+bool Player::isThereAt(qint64 time) const
+{
+    const auto &turns = m_tape.turns();
+    const auto after = std::upper_bound(turns.begin(), turns.end(), time,
+                                        [](qint64 wanted, const Tape::Turn &one) { return wanted < one.time; });
+    return after == turns.begin() || std::prev(after)->there;
+}
+
+void Player::turnTo(qint64 time)
+{
+    const auto &turns = m_tape.turns();
+    m_nextTurn = static_cast<std::size_t>(
+        std::count_if(turns.begin(), turns.end(), [time](const Tape::Turn &turn) { return turn.time <= time; }));
+    const bool there = isThereAt(time);
+    if (std::exchange(m_there, there) != there)
+        emit lineChanged(there);
 }
 
 void Player::recallUpTo(qint64 time)
@@ -164,10 +199,11 @@ void Player::setSpeed(double times)
 
 void Player::step()
 {
-    if (isAtEnd())
+    if (m_next >= m_tape.arrivals().size())
         return;
     m_playing = false;
     anchor(m_tape.arrivals()[m_next].time);
+    turnTo(m_anchorTape);
     emitUpTo(m_next + 1);
     arm();
     emit changed();
@@ -179,10 +215,10 @@ void Player::moveTo(qint64 time)
     if (target < position())
         rewind();
     anchor(target);
-    const auto &arrivals = m_tape.arrivals();
-    const auto after = std::upper_bound(arrivals.begin(), arrivals.end(), target,
-                                        [](qint64 wanted, const Tape::Arrival &one) { return wanted < one.time; });
-    emitUpTo(static_cast<std::size_t>(after - arrivals.begin()));
+    if (isThereAt(target))
+        turnTo(target); // first: a line that is gone carries nothing
+    emitUntil(target);
+    turnTo(target);
     m_playing = m_playing && !isAtEnd();
     arm();
     emit changed();

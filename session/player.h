@@ -37,7 +37,7 @@ public:
     void moveToNextMark() { moveBehind(m_tape.marks()); }
 
     bool isPlaying() const { return m_playing; }
-    bool isAtEnd() const { return m_next >= m_tape.arrivals().size(); }
+    bool isAtEnd() const { return m_next >= m_tape.arrivals().size() && m_nextTurn >= m_tape.turns().size(); }
     double speed() const { return m_speed; }
     qint64 length() const { return m_tape.length(); }
     /// Where the tape stands now, in nanoseconds.
@@ -48,6 +48,8 @@ signals:
     void arrived(const QByteArray &bytes);
     /// A command that was sent before the next arrival.
     void recalled(const QString &command);
+    /// The port was lost or closed at this place, or opened again. Of losses that a move passes over only the last counts.
+    void lineChanged(bool there);
     /// Playing, speed or position has been changed, or the end has been reached.
     void changed();
 
@@ -56,6 +58,9 @@ private:
     void arm();
     void anchor(qint64 position);
     void emitUpTo(std::size_t next);
+    void emitUntil(qint64 time);
+    void turnTo(qint64 time);
+    bool isThereAt(qint64 time) const;
     void recallUpTo(qint64 time);
     void rewind();
     void moveBehind(const std::vector<Tape::Event> &events);
@@ -64,6 +69,8 @@ private:
     std::unique_ptr<Alarm> m_alarm;
     std::size_t m_next = 0; // arrival
     std::size_t m_nextCommand = 0;
+    std::size_t m_nextTurn = 0;
+    bool m_there = true; // the line
     bool m_playing = false;
     double m_speed = 1;
     qint64 m_anchorTape = 0;  // the tape stood here

@@ -10,7 +10,8 @@
 
 namespace session {
 
-constexpr int kLongestCommand = 256; // bytes kept of a command without an end
+constexpr int kLongestCommand = 256;         // bytes kept of a command without an end
+constexpr qint64 kShortestGap = 100'000'000; // of a line that was gone
 
 /// Numbers of the faults that arrive.
 class FaultFinder
@@ -41,6 +42,8 @@ void Tape::load(Reader &reader)
         first = false;
         add(packet, finder);
     }
+    if (!m_turns.empty() && !m_turns.back().there && m_closed)
+        m_turns.pop_back();
 }
 
 // A tape's times only grow: a mark may stand behind packets that arrived while its word was typed.
@@ -48,9 +51,7 @@ void Tape::add(const PacketView &packet, FaultFinder &finder)
 {
     const qint64 time = std::max<qint64>(packet.time - m_start, 0);
     for (const std::string_view comment : packet.comments) {
-        const Note note = noteOf(QString::fromUtf8(comment.data(), static_cast<int>(comment.size())));
-        if (note.kind == NoteKind::Mark)
-            m_marks.push_back({time, note.text});
+        addNote(time, noteOf(QString::fromUtf8(comment.data(), static_cast<int>(comment.size()))));
     }
     m_length = std::max(m_length, time);
     if (packet.direction == Direction::Sent)
@@ -63,6 +64,23 @@ void Tape::add(const PacketView &packet, FaultFinder &finder)
     const QStringList faults = finder.take(packet.copied().bytes);
     for (const QString &fault : faults)
         m_faults.push_back({after, fault});
+}
+
+void Tape::addNote(qint64 time, const Note &note)
+{
+    if (note.kind == NoteKind::Mark)
+        m_marks.push_back({time, note.text});
+    const bool opens = note.kind == NoteKind::Opened;
+    const bool closes = note.kind == NoteKind::Closed;
+    const bool isThere = m_turns.empty() || m_turns.back().there;
+    if (opens == isThere || (!opens && !closes && note.kind != NoteKind::Lost))
+        return;
+    m_closed = closes;
+    const qint64 after = m_turns.empty() ? time : std::max(time, m_turns.back().time);
+    if (opens && after - m_turns.back().time < kShortestGap)
+        m_turns.pop_back(); // handed over, to the console or back
+    else
+        m_turns.push_back({after, opens});
 }
 
 // A console's commands come key by key.

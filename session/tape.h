@@ -26,6 +26,12 @@ public:
         QString text; // the fault's number, the mark's word
     };
 
+    /// The line goes, or is back.
+    struct Turn {
+        qint64 time = 0;
+        bool there = false;
+    };
+
     /// Reads a recording to its end, or to where it is cut or damaged: the reader tells.
     void load(Reader &reader);
 
@@ -36,6 +42,8 @@ public:
     const std::vector<Event> &marks() const { return m_marks; }
     /// Command lines that were sent.
     const std::vector<Event> &commands() const { return m_commands; }
+    /// When the port was lost or closed, and opened again, by turns: first a loss. A close at the end is none.
+    const std::vector<Turn> &turns() const { return m_turns; }
     /// From the first packet to the last.
     qint64 length() const { return m_length; }
     /// When the first packet passed, nanoseconds since 1970.
@@ -43,6 +51,7 @@ public:
 
 private:
     void add(const PacketView &packet, class FaultFinder &finder);
+    void addNote(qint64 time, const struct Note &note);
     void addCommands(qint64 time, const QByteArray &bytes);
 
     std::vector<Arrival> m_arrivals;
@@ -50,6 +59,8 @@ private:
     std::vector<Event> m_faults;
     std::vector<Event> m_marks;
     std::vector<Event> m_commands;
+    std::vector<Turn> m_turns;
+    bool m_closed = false;   // by the last turn, and not lost
     QByteArray m_unfinished; // command
     qint64 m_start = 0;
     qint64 m_length = 0;

@@ -2,12 +2,17 @@
 // A recording in front of the window: the strip plays, moves to faults and marks, and a move ends where playing ends.
 #include "demo/replayprocess.h"
 #include "demo/transportbar.h"
+#include "link/linetraffic.h"
+#include "protocol/frame.h"
+#include "session/pcapng.h"
 #include "support/fixtures.h"
 
 #include <QAction>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QSlider>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -20,7 +25,8 @@ const QString kRecording = QStringLiteral(SOURCE_FOLDER "/demo/five-faults.pcapn
 class ReplayWindow : public RealWindow
 {
 public:
-    explicit ReplayWindow(const char *speed) : m_replay(kRecording, QString::fromLatin1(speed), QStringLiteral("0"))
+    explicit ReplayWindow(const char *speed, const QString &recording = kRecording)
+        : m_replay(recording, QString::fromLatin1(speed), QStringLiteral("0"))
     {
         connect(&m_replay, &ReplayProcess::moved, this,
                 [this](const ReplayProcess::Position &position) { m_position = position; });
@@ -80,6 +86,7 @@ class TestReplay : public QObject
 private slots:
     void goesFromFaultToFault();
     void aMoveEndsWherePlayingEnds();
+    void aLossIsShown();
 };
 
 void TestReplay::goesFromFaultToFault()
@@ -116,6 +123,41 @@ void TestReplay::aMoveEndsWherePlayingEnds()
     moved.find<QSlider>("replayPlace")->setValue(1000);
     QTRY_COMPARE_WITH_TIMEOUT(moved.position().state, QStringLiteral("ended"), kPatienceMs);
     QTRY_COMPARE_WITH_TIMEOUT(moved.shown(), reference, kPatienceMs);
+    QVERIFY(moved.find<QLabel>("replayTime")->text().contains(QLatin1String("End of the recording")));
+}
+
+// Unplugged for a second: the window hears all that came before and behind it, and that the line was gone.
+void TestReplay::aLossIsShown()
+{
+    constexpr qint64 ms = 1'000'000;
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("loss.pcapng")));
+    QByteArray bytes = session::encodeStart(QStringLiteral("test"), {QStringLiteral("p")});
+    const auto add = [&bytes](qint64 at, session::Direction direction, const QByteArray &data, const char *note) {
+        session::appendPacket(bytes,
+                              {at * ms, direction, data, *note ? QStringList(QLatin1String(note)) : QStringList(), 0});
+    };
+    const auto fault = [](char id) {
+        return protocol::encodeFrame(protocol::ModuleId::Fccu, 2, QByteArray(1, id) + QByteArray(4, '\0'));
+    };
+    add(0, session::Direction::None, {}, "opened p");
+    add(1000, session::Direction::Received, fault(47), "");
+    add(1500, session::Direction::None, {}, "lost: no such device");
+    add(2500, session::Direction::None, {}, "opened p");
+    add(2600, session::Direction::Received, fault(28), "");
+    add(3000, session::Direction::None, {}, "closed");
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    file.close();
+    ReplayWindow bench("1", file.fileName());
+    QStringList told;
+    connect(&lineTraffic(), &LineTraffic::lost, this, [&] { told.append(QStringLiteral("lost")); });
+    connect(&lineTraffic(), &LineTraffic::opened, this, [&] { told.append(QStringLiteral("opened")); });
+    connect(&lineTraffic(), &LineTraffic::closed, this, [&] { told.append(QStringLiteral("closed")); });
+    connect(&lineTraffic(), &LineTraffic::received, this, [&] { told.append(QStringLiteral("report")); });
+    QTRY_COMPARE_WITH_TIMEOUT(bench.faults(), 2, kPatienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench.position().state, QStringLiteral("ended"), kPatienceMs);
+    QCOMPARE(told, QStringList({"report", "lost", "opened", "report"}));
+    lineTraffic().disconnect(this);
 }
 
 QTEST_MAIN(TestReplay)

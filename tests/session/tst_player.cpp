@@ -41,6 +41,23 @@ Tape tape()
     return tape;
 }
 
+// Milliseconds to move to, or words.
+void take(const QString &moves, Player &player)
+{
+    for (const QString &move : moves.split(' ')) {
+        if (move == "step")
+            player.step();
+        else if (move == "fault")
+            player.moveToNextFault();
+        else if (move == "mark")
+            player.moveToNextMark();
+        else if (move == "play")
+            player.play();
+        else
+            player.moveTo(move.toInt() * kMs);
+    }
+}
+
 } // namespace
 
 class TestPlayer : public QObject
@@ -54,6 +71,8 @@ private slots:
     void moves_data();
     void moves();
     void pausesAndGoesOn();
+    void lineComesAndGoes_data();
+    void lineComesAndGoes();
 };
 
 void TestPlayer::tapeKnowsItsEvents()
@@ -141,16 +160,7 @@ void TestPlayer::moves()
     Player player(played);
     QByteArray arrived;
     connect(&player, &Player::arrived, this, [&arrived](const QByteArray &bytes) { arrived += bytes; });
-    for (const QString &move : moves.split(' ')) {
-        if (move == "step")
-            player.step();
-        else if (move == "fault")
-            player.moveToNextFault();
-        else if (move == "mark")
-            player.moveToNextMark();
-        else
-            player.moveTo(move.toInt() * kMs);
-    }
+    take(moves, player);
     QCOMPARE(arrived.toHex(), arrives.toHex());
     QTEST(player.position(), "position");
     QVERIFY(!player.isPlaying());
@@ -172,6 +182,67 @@ void TestPlayer::pausesAndGoesOn()
     QVERIFY(player.position() < 50 * kMs);
     player.play();
     QTRY_COMPARE(arrived, fault(47) + fault(28) + "end");
+}
+
+// Bytes "1" at 10 ms, lost at 20, back at 220 with "2" at 230, handed over at 240, closed from 250 to 450, "3" at 460, lost
+// at 470; with a close at the end instead of that loss the line stays.
+static Tape tapeWithLosses(bool endsLost)
+{
+    QByteArray bytes = encodeStart(QStringLiteral("test"), {QStringLiteral("p")});
+    const auto add = [&](qint64 ms, const char *note, const char *data = "") {
+        const auto direction = *data ? Direction::Received : Direction::None;
+        appendPacket(bytes, {ms * kMs, direction, data, *note ? QStringList(note) : QStringList(), 0});
+    };
+    add(0, "opened p");
+    add(10, "", "1");
+    add(20, "lost: gone");
+    add(220, "opened p");
+    add(230, "", "2");
+    add(240, "closed");
+    add(241, "opened p");
+    add(250, "closed");
+    add(450, "opened p");
+    add(460, "", "3");
+    add(470, endsLost ? "lost: gone" : "closed");
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    Reader reader(buffer);
+    Tape tape;
+    tape.load(reader);
+    return tape;
+}
+
+void TestPlayer::lineComesAndGoes_data()
+{
+    QTest::addColumn<QString>("moves");
+    QTest::addColumn<bool>("endsLost");
+    QTest::addColumn<QString>("told"); // "-" lost, "+" back
+    const auto row = [](const char *moves, bool endsLost, const char *told) {
+        QTest::addRow("%s, %s", moves, endsLost ? "lost" : "closed")
+            << QString::fromLatin1(moves) << endsLost << QString::fromLatin1(told);
+    };
+    row("play", false, "1-+2-+3");
+    row("play", true, "1-+2-+3-");
+    row("100", true, "1-");
+    row("235", true, "12");
+    row("999", true, "123-");
+    row("100 235 100 15", true, "1-+21-+1");
+    row("step 30 step", true, "1-+2");
+}
+
+void TestPlayer::lineComesAndGoes()
+{
+    QFETCH(const QString, moves);
+    QFETCH(const bool, endsLost);
+    QFETCH(const QString, told);
+    const Tape played = tapeWithLosses(endsLost);
+    Player player(played);
+    QString heard;
+    connect(&player, &Player::arrived, this, [&](const QByteArray &bytes) { heard += QLatin1String(bytes); });
+    connect(&player, &Player::lineChanged, this, [&](bool there) { heard += QLatin1Char(there ? '+' : '-'); });
+    take(moves, player);
+    QTRY_VERIFY(!player.isPlaying());
+    QCOMPARE(heard, told);
 }
 
 QTEST_GUILESS_MAIN(TestPlayer)
