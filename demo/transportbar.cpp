@@ -87,6 +87,7 @@ void TransportBar::addTime()
     connect(m_slider, &QSlider::valueChanged, this, &TransportBar::moveToSlider);
     addWidget(m_slider);
     m_time = new QLabel(this);
+    m_time->setObjectName(QStringLiteral("replayTime"));
     m_time->setTextFormat(Qt::PlainText);
     m_time->setAccessibleName(QStringLiteral("Time in the recording"));
     addWidget(m_time);
@@ -105,8 +106,14 @@ void TransportBar::show(const ReplayProcess::Position &position)
     m_play->setIcon(style()->standardIcon(plays ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
     const int speed = m_speed->findData(position.speed);
     m_speed->setCurrentIndex(speed < 0 ? addSpeed(position.speed) : speed); // any can be asked for at the start
-    m_time->setText(
-        QStringLiteral("  %1 of %2, %3").arg(timeText(position.seconds), timeText(position.length), position.state));
+    // The window says beside it that the board does not answer.
+    const bool ended = position.state == QLatin1String("ended");
+    m_time->setText(QStringLiteral("  %1 of %2, %3")
+                        .arg(timeText(position.seconds), timeText(position.length),
+                             ended ? QStringLiteral("End of the recording") : position.state));
+    QFont font = m_time->font();
+    font.setBold(ended);
+    m_time->setFont(font);
     const QSignalBlocker quiet(m_slider);
     if (!m_slider->isSliderDown() && position.length > 0)
         m_slider->setValue(static_cast<int>(std::lround(kSliderSteps * position.seconds / position.length)));
