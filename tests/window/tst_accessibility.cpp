@@ -12,6 +12,8 @@
 #include <QTabWidget>
 #include <QTest>
 
+#include <algorithm>
+
 class TestAccessibility : public QObject
 {
     Q_OBJECT
@@ -67,31 +69,29 @@ private slots:
     void everySelectorHasACaption()
     {
         const auto boxes = m_bench->window().centralWidget()->findChildren<QComboBox *>();
-        for (QComboBox *box : boxes)
-            QVERIFY2(!QAccessible::queryAccessibleInterface(box)->relations(QAccessible::Label).isEmpty(),
-                     qPrintable(box->objectName()));
+        for (QComboBox *box : boxes) {
+            const auto captions = QAccessible::queryAccessibleInterface(box)->relations(QAccessible::Label);
+            const bool isLabelled = std::any_of(captions.begin(), captions.end(), [](const auto &caption) {
+                return caption.first->object()->inherits("QLabel"); // a group's title is a caption too
+            });
+            const bool hasOnlyAName = box->objectName() == QLatin1String("comboBox_PMC_FaultRec");
+            QVERIFY2(isLabelled || hasOnlyAName, qPrintable(box->objectName()));
+        }
     }
 
-    // What can be reached at the same time can be told apart.
+    // "Get Fault" stands on nine pages.
     void namesAreDistinct()
     {
-        const auto buttons = m_bench->window().centralWidget()->findChildren<QWidget *>();
-        QMap<QString, QString> seen; // "page name" to object
-        for (QWidget *widget : buttons) {
+        const auto widgets = m_bench->window().centralWidget()->findChildren<QWidget *>();
+        QMap<QString, QString> seen; // name to object
+        for (QWidget *widget : widgets) {
             if (widget->focusPolicy() == Qt::NoFocus || !driver::isOurs(widget) || qobject_cast<QTabWidget *>(widget)
                 || qobject_cast<QComboBox *>(widget))
                 continue;
-            QString page;
-            for (QWidget *above = widget; above && page.isEmpty(); above = above->parentWidget()) {
-                if (above->objectName().startsWith(QLatin1String("tabWidgetPage"))
-                    || above->objectName().startsWith(QLatin1String("tab_")))
-                    page = above->objectName();
-            }
             const QString name = QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
-            const QString key = page + QLatin1Char(' ') + name;
             QVERIFY2(!name.isEmpty(), qPrintable(widget->objectName()));
-            QVERIFY2(!seen.contains(key), qPrintable(widget->objectName() + ' ' + seen.value(key) + ' ' + key));
-            seen.insert(key, widget->objectName());
+            QVERIFY2(!seen.contains(name), qPrintable(widget->objectName() + ' ' + seen.value(name) + ' ' + name));
+            seen.insert(name, widget->objectName());
         }
     }
 };
