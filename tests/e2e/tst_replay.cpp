@@ -144,7 +144,7 @@ void TestReplay::aLossIsShown()
     add(1000, session::Direction::Received, fault(47), "");
     add(1500, session::Direction::None, {}, "lost: no such device");
     add(2500, session::Direction::None, {}, "opened p");
-    add(2600, session::Direction::Received, fault(28), "");
+    add(2501, session::Direction::Received, fault(28), ""); // before the window can have opened it
     add(3000, session::Direction::None, {}, "closed");
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     file.close();
