@@ -78,8 +78,10 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(std::make_uniq
     accessibility::prepare(*this, *ui);
     makePages();
     makeTimeLine();
-    connect(m_zoom, &Zoom::changed, this,
-            [this](int percent) { statusBar()->showMessage(QStringLiteral("Zoom: %1 %").arg(percent), kZoomShownMs); });
+    connect(m_zoom, &Zoom::changed, this, [this](int percent) {
+        if (statusBar()->isVisible()) // else what stands there would show through
+            statusBar()->showMessage(QStringLiteral("Zoom: %1 %").arg(percent), kZoomShownMs);
+    });
     m_recorder = new LineRecorder(*this);
     connect(m_recorder, &LineRecorder::saved, this, [this](const QString &path) {
         statusBar()->showMessage(QStringLiteral("Recording saved: ") + path, kSavedShownMs);

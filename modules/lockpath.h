@@ -2,11 +2,11 @@
 // Register protection as a picture: a write passes the soft lock, and what takes the soft lock off passes the hard lock.
 #pragma once
 
-#include <QWidget>
+#include <QLabel>
 
 #include <optional>
 
-class LockPath : public QWidget
+class LockPath : public QLabel
 {
 public:
     LockPath();

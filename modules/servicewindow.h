@@ -2,9 +2,9 @@
 // A watchdog's cycle as a picture: when it is too early for the service, when it is served, when it is too late.
 #pragma once
 
-#include <QWidget>
+#include <QLabel>
 
-class ServiceWindow : public QWidget
+class ServiceWindow : public QLabel
 {
 public:
     ServiceWindow() { setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding); }

@@ -114,7 +114,7 @@ void Mode::fitScreen()
     const QRect screen = m_window.screen()->geometry();
     const auto fits = [&] {
         QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest); // sizes of what has just been folded
-        return m_window.minimumSizeHint().height() <= screen.height();
+        return least().height() <= screen.height();
     };
     for (const char *name : {"groupBox_FCCU", "statusBar"}) {
         if (!fits())
@@ -127,16 +127,24 @@ void Mode::fitScreen()
     place(screen, m_before | Qt::WindowFullScreen);
 }
 
+// Room for all of the pages, also where they scroll.
+QSize Mode::least() const
+{
+    const QSize size = m_window.minimumSizeHint();
+    const auto *scroller = qobject_cast<QScrollArea *>(m_window.centralWidget());
+    return scroller ? size - scroller->minimumSizeHint() + scroller->widget()->minimumSizeHint() : size;
+}
+
 // As much as the screen has room for; the banner keeps its own measure.
 void Mode::enlarge()
 {
     auto *zoom = m_window.findChild<Zoom *>();
     m_percentBefore = Zoom::percent();
-    const QSize least = m_window.minimumSizeHint();
+    const QSize needed = least();
     const QSize room = m_window.screen()->geometry().size();
     const int banner = m_banner->sizeHint().height();
-    const double factor = std::min(static_cast<double>(room.width()) / least.width(),
-                                   static_cast<double>(room.height() - banner) / (least.height() - banner));
+    const double factor = std::min(static_cast<double>(room.width()) / needed.width(),
+                                   static_cast<double>(room.height() - banner) / (needed.height() - banner));
     if (zoom && factor > 1)
         zoom->set(static_cast<int>(m_percentBefore * factor * kSlack));
 }

@@ -50,6 +50,7 @@ private:
     void unfoldAll();
     void foldLog(bool folded);
     void fitScreen();
+    QSize least() const;
     void enlarge();
     void place(const QRect &where, Qt::WindowStates states);
     void scrollPages(bool scroll);

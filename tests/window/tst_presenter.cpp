@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // In front of an audience: the mode and its way back, the story as its steps happen, letters and colours for the last row.
+#include "app/startup.h"
+#include "app/zoom.h"
 #include "link/commandchannel.h"
 #include "link/linetraffic.h"
 #include "presenter/mode.h"
@@ -8,6 +10,7 @@
 
 #include <QMenuBar>
 #include <QScreen>
+#include <QScrollArea>
 #include <QTest>
 
 #include <cmath>
@@ -30,6 +33,7 @@ private slots:
     void lettersAreLarge();
     void coloursStandOut();
     void pointerHides();
+    void scrollingPagesAreNoRoom();
 
 private:
     Mode &mode() { return *m_bench.window().findChild<Mode *>(QStringLiteral("presenterMode")); }
@@ -191,6 +195,16 @@ void TestPresenter::pointerHides()
     QTRY_VERIFY(!QApplication::overrideCursor());
     mode().end();
     QVERIFY(!QApplication::overrideCursor());
+}
+
+// On a small screen the window scrolls from the start: what a scrolling page could shrink to is no measure.
+void TestPresenter::scrollingPagesAreNoRoom()
+{
+    fitWindow(m_bench.window(), {400, 300});
+    mode().begin();
+    const auto *scroller = m_bench.window().findChild<QScrollArea *>();
+    QVERIFY2(Zoom::percent() == 100 || scroller->widget()->minimumSizeHint().width() <= scroller->width(),
+             qPrintable(QString::number(Zoom::percent())));
 }
 
 QTEST_MAIN(TestPresenter)
