@@ -60,6 +60,49 @@ private:
     QList<int> m_times;
 };
 
+/// The colours that a widget takes while this lives: "red 100 green 100 red", with the milliseconds between them.
+class Colours : public QObject
+{
+public:
+    explicit Colours(QWidget &widget)
+    {
+        widget.setStyleSheet({});
+        widget.installEventFilter(this);
+    }
+    bool fit(const QString &wanted) const
+    {
+        const QStringList words = wanted.split(QLatin1Char(' '));
+        bool fits = words.size() == 2 * m_colours.size() - 1;
+        for (int i = 0; fits && i < m_colours.size(); ++i)
+            fits = words[2 * i] == m_colours[i]
+                && (i == 0 || isAbout(m_times[i] - m_times[i - 1], words[2 * i - 1].toInt()));
+        return fits;
+    }
+    QString text() const { return m_colours.join(QLatin1Char(' ')); }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        static const QHash<QString, QString> names = {{QStringLiteral("rgb(255,0,0)"), QStringLiteral("red")},
+                                                      {QStringLiteral("rgb(91,215,97)"), QStringLiteral("green")},
+                                                      {QStringLiteral("rgb(200,200,200)"), QStringLiteral("grey")},
+                                                      {QStringLiteral("rgb(85,170,255)"), QStringLiteral("blue")}};
+        if (event->type() == QEvent::StyleChange) {
+            const QString style = static_cast<QWidget *>(watched)->styleSheet().remove(QLatin1Char(' '));
+            m_colours.append(names.value(style.section(QLatin1Char(':'), 1).remove(QLatin1Char(';')), style));
+            m_times.append(m_clock.isValid() ? m_clock.elapsed() : 0);
+            if (!m_clock.isValid())
+                m_clock.start();
+        }
+        return false;
+    }
+
+private:
+    QElapsedTimer m_clock;
+    QStringList m_colours;
+    QList<qint64> m_times;
+};
+
 using Action = void (*)(std::unique_ptr<WindowFixture> &window);
 
 } // namespace
@@ -151,6 +194,38 @@ private slots:
         const Log log;
         action(m_window);
         QVERIFY2(log.fits(commands, gaps), qPrintable(log.text()));
+    }
+
+    void indicatorsBlink_data()
+    {
+        QTest::addColumn<QByteArray>("button");
+        QTest::addColumn<QByteArray>("indicator");
+        QTest::addColumn<QString>("colours");
+        const auto row = [](const char *sentence, const char *button, const char *indicator, const QString &colours) {
+            QTest::newRow(sentence) << QByteArray(button) << QByteArray(indicator) << colours;
+        };
+        const auto times = [](int count, const QString &pair) {
+            return QStringList(QVector<QString>(count, pair).toList()).join(QStringLiteral(" 150 "));
+        };
+        row("a slow clock", "pushButton_cmu_fault1", "label_MCCLK_fvalue", times(3, "grey 150 red"));
+        row("a fast clock", "pushButton_cmu_fault2", "label_adcclk_fvalue", "red 100 green 100 red");
+        row("a lost clock", "pushButton_cmu_fault3", "label_cmu_spiloss", "red 100 green 100 red");
+        row("a limit that moves", "pushButton_cmu_fault4", "label_MCCLK_fmin", times(4, "blue 150 red"));
+        row("the other limit", "pushButton_cmu_fault5", "label_MCCLK_fmax", times(4, "blue 150 red"));
+        row("the clock between them", "pushButton_cmu_fault4", "label_MCCLK_fvalue", times(3, "green 150 red"));
+        row("a master", "pushButton_xbic_fault1", "label_xbic0_k4core0", times(3, "green 150 red") + " 2000 green");
+        row("a slave", "pushButton_xbic_fault1", "label_xbic0_PBRIDGE1", times(3, "green 150 red") + " 2000 green");
+    }
+
+    void indicatorsBlink()
+    {
+        QFETCH(QByteArray, button);
+        QFETCH(QByteArray, indicator);
+        QFETCH(QString, colours);
+        m_window->show(3, 1, "1F");
+        const Colours seen(*m_window->find<QLabel>(indicator));
+        m_window->find<QPushButton>(button)->click();
+        QVERIFY2(seen.fit(colours), qPrintable(seen.text()));
     }
 
     // NORMAL is shown 800 ms after the board has said so, whatever came meanwhile.
