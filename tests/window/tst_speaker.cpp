@@ -8,6 +8,7 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -59,7 +60,7 @@ void TestSpeaker::init()
     if (m_bench)
         return;
     m_bench = std::make_unique<BoardFixture>();
-    QTRY_COMPARE(m_bench->text("label_FCCU_status"), QStringLiteral("NORMAL"));
+    QTRY_COMPARE_WITH_TIMEOUT(m_bench->text("label_FCCU_status"), QStringLiteral("NORMAL"), kSceneMs);
 }
 
 QString TestSpeaker::written(const QByteArray &text)
@@ -115,11 +116,11 @@ void TestSpeaker::clickerWalks()
     QSignalSpy taken(&speaker(), &Speaker::sceneTaken);
     QCOMPARE(speaker().begin(path), QString());
     QVERIFY(mode().isOn());
-    QTRY_COMPARE(taken.count(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(taken.count(), 1, kSceneMs);
     auto *pages = m_bench->find<QTabWidget>("tabWidget_function");
     QCOMPARE(pages->currentIndex(), 0);
     press(Qt::Key_PageDown);
-    QTRY_COMPARE(taken.count(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(taken.count(), 2, kSceneMs);
     QCOMPARE(speaker().scene(), 1);
     QCOMPARE(pages->currentIndex(), 1);
     press(Qt::Key_PageDown);
@@ -136,7 +137,7 @@ void TestSpeaker::clickerWalks()
     m_bench->commands.clear();
     press(Qt::Key_Home);
     QCOMPARE(speaker().scene(), 0);
-    QTRY_VERIFY(m_bench->commands.contains(QStringLiteral("inject 2")));
+    QTRY_VERIFY_WITH_TIMEOUT(m_bench->commands.contains(QStringLiteral("inject 2")), kSceneMs);
     press(Qt::Key_Escape);
     QVERIFY(!speaker().isSpeaking());
     QVERIFY(!mode().isOn());
@@ -169,18 +170,16 @@ void TestSpeaker::stepsWaitForSlowButtons()
 {
     const QString path = written("[[step]]\npage = \"CMU\"\ndo = [{ press = \"pushButton_cmu_fault1\" }]\n"
                                  "[[step]]\ndo = [{ send = \"cmu 17\" }]\n");
-    QTimer clicker; // in the middle of the animation, where the test's own waits would end behind it
-    connect(&clicker, &QTimer::timeout, this, [&] {
-        if (m_bench->text("label_MCCLK_fvalue") != QLatin1String("80"))
-            return;
-        clicker.stop();
-        m_bench->commands.clear();
-        speaker().next();
+    QObject animation;
+    connect(m_bench->find<QPushButton>("pushButton_cmu_fault1"), &QPushButton::pressed, &animation, [&] {
+        QTimer::singleShot(20, &animation, [&] { // in its middle, where the test's own waits would end behind it
+            m_bench->commands.clear();
+            speaker().next();
+        });
     });
-    clicker.start(20);
+    const QStringList inTurn = {QStringLiteral("inject 5 1"), QStringLiteral("cmu 17")};
     QCOMPARE(speaker().begin(path), QString());
-    QTRY_VERIFY(!clicker.isActive());
-    QTRY_COMPARE(m_bench->commands, QStringList({QStringLiteral("inject 5 1"), QStringLiteral("cmu 17")}));
+    QTRY_COMPARE_WITH_TIMEOUT(m_bench->commands, inTurn, kSceneMs);
 }
 
 void TestSpeaker::lostInjectionIsMadeAgain()
@@ -190,9 +189,9 @@ void TestSpeaker::lostInjectionIsMadeAgain()
     m_bench->board().holdInReset();
     QSignalSpy sent(&lineTraffic(), &LineTraffic::sent);
     QCOMPARE(speaker().begin(path), QString());
-    QTRY_VERIFY(!sent.isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(!sent.isEmpty(), kSceneMs);
     m_bench->board().powerCycle();
-    QTRY_COMPARE(taken.count(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(taken.count(), 1, kSceneMs);
     QVERIFY(taken.last().at(1).toBool());
 }
 
@@ -210,7 +209,7 @@ void TestSpeaker::homeComesThrough()
     const QString path = written("[[step]]\ndo = [{ wait = \"NORMAL\" }]\n");
     QSignalSpy taken(&speaker(), &Speaker::sceneTaken);
     QCOMPARE(speaker().begin(path), QString());
-    QTRY_COMPARE(taken.count(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(taken.count(), 1, kSceneMs);
     m_bench->commands.clear();
     if (held)
         m_bench->board().holdInReset();
@@ -220,12 +219,12 @@ void TestSpeaker::homeComesThrough()
     const auto counting = connect(&lineTraffic(), &LineTraffic::sent, this,
                                   [&orders](const QByteArray &bytes) { orders += bytes.startsWith("inject 2"); });
     speaker().anew();
-    QTRY_COMPARE(orders, 2);
+    QTRY_COMPARE_WITH_TIMEOUT(orders, 2, kSceneMs);
     disconnect(counting);
     QCOMPARE(taken.count(), 1);
     if (held)
         m_bench->board().powerCycle();
-    QTRY_COMPARE(taken.count(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(taken.count(), 2, kSceneMs);
     QVERIFY(taken.last().at(1).toBool());
     QCOMPARE(heard("inject 2"), held ? 0 : 1);
 }
@@ -236,12 +235,12 @@ void TestSpeaker::playsByItself()
     QSignalSpy rounds(&speaker(), &Speaker::roundEnded);
     speaker().setStay(20);
     QCOMPARE(speaker().playByItself(path, 2), QString());
-    QTRY_COMPARE(rounds.count(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(rounds.count(), 2, kSceneMs);
     QCOMPARE(rounds.last().first().toInt(), 2);
     speaker().end();
     rounds.clear();
     QCOMPARE(speaker().playByItself(path), QString());
-    QTRY_VERIFY(rounds.count() >= 1);
+    QTRY_VERIFY_WITH_TIMEOUT(rounds.count() >= 1, kSceneMs);
 }
 
 void TestSpeaker::visitorTakesOver_data()
@@ -262,7 +261,7 @@ void TestSpeaker::visitorTakesOver()
     QSignalSpy rounds(&speaker(), &Speaker::roundEnded);
     speaker().setStay(20);
     QCOMPARE(speaker().playByItself(path), QString());
-    QTRY_VERIFY(!rounds.isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(!rounds.isEmpty(), kSceneMs);
     QElapsedTimer sinceTouch;
     for (const int touch : {1, 2}) {
         m_bench->window().activateWindow();
@@ -274,10 +273,10 @@ void TestSpeaker::visitorTakesOver()
         sinceTouch.start();
         rounds.clear();
         m_bench->commands.clear();
-        QTRY_VERIFY(touch == 2 || sinceTouch.elapsed() > idleMs / 2);
+        QTRY_VERIFY_WITH_TIMEOUT(touch == 2 || sinceTouch.elapsed() > idleMs / 2, kSceneMs);
     }
     QCOMPARE(mode().isOn(), key != Qt::Key_Escape);
-    QTRY_VERIFY(!rounds.isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(!rounds.isEmpty(), kSceneMs);
     QVERIFY(sinceTouch.elapsed() >= leastMs);
     QVERIFY(heard("inject 2") > 0);
     QVERIFY(mode().isOn());
