@@ -19,9 +19,9 @@ constexpr double kLargestText = 2; // times the font
 
 // Three stations of a way from left to right; the one in the middle is a lock.
 struct Way {
-    const char *from;
-    const char *lock;
-    const char *to;
+    const char *from = "";
+    const char *lock = "";
+    const char *to = "";
     std::optional<bool> shut; // none: not known
 };
 

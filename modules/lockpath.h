@@ -20,7 +20,7 @@ protected:
 
 private:
     struct Locks {
-        bool soft, hard;
+        bool soft = false, hard = false;
 
         bool operator==(const Locks &) const = default;
     };
