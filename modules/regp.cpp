@@ -11,6 +11,7 @@
 #include "ui_mainwindow.h"
 
 #include <QPainter>
+#include <QVBoxLayout>
 
 namespace regp = protocol::regp;
 
@@ -33,15 +34,22 @@ QPixmap opened(const QPixmap &closed)
     return open;
 }
 
+// Between the locks with the register and what acts on them.
+LockPath *addPath(QVBoxLayout &page)
+{
+    auto *path = new LockPath;
+    page.insertWidget(1, path, 4);
+    return path;
+}
+
 } // namespace
 
 RegpPage::RegpPage(const Ui::MainWindow &form)
     : m_form(form),
       m_soft(lockOf(form.label_regp_softlock_status, form.checkBox_softlock_2, form.label_regp_soft_picture)),
       m_hard(lockOf(form.label_regp_hardlock_status, form.checkBox_hardlock_2, form.label_regp_hard_picture)),
-      m_path(new LockPath)
+      m_path(addPath(*form.verticalLayout_tab_REG_PROT_1))
 {
-    form.verticalLayout_tab_REG_PROT_1->insertWidget(1, m_path, 4);
 }
 
 RegpPage::Lock RegpPage::lockOf(QLabel *status, QCheckBox *box, QLabel *picture)
