@@ -48,24 +48,6 @@ private slots:
         QCOMPARE(description("label_MBIST_92").left(5), QStringLiteral("White")); // its number is in its name
     }
 
-    void everyWidgetHasItsRole()
-    {
-        const auto widgets = m_bench->window().centralWidget()->findChildren<QWidget *>();
-        int labels = 0;
-        for (QWidget *widget : widgets) {
-            const QAccessible::Role role = QAccessible::queryAccessibleInterface(widget)->role();
-            if (widget->inherits("QLabel")) {
-                ++labels;
-                QVERIFY2(role == QAccessible::StaticText || role == QAccessible::Notification
-                             || role == QAccessible::Graphic,
-                         qPrintable(widget->objectName()));
-            }
-            if (widget->inherits("QLineEdit") && driver::isOurs(widget))
-                QVERIFY2(role == QAccessible::EditableText, qPrintable(widget->objectName()));
-        }
-        QVERIFY(labels > 400);
-    }
-
     void everySelectorHasACaption()
     {
         const auto boxes = m_bench->window().centralWidget()->findChildren<QComboBox *>();

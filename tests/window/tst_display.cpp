@@ -6,13 +6,9 @@
 #include "modules/faultlist.h"
 
 #include <QAbstractItemModelTester>
-#include <QCheckBox>
 #include <QComboBox>
-#include <QGroupBox>
-#include <QLCDNumber>
 #include <QLabel>
 #include <QLineEdit>
-#include <QSpinBox>
 #include <QTest>
 
 #include <memory>
@@ -92,30 +88,6 @@ private slots:
         display::text(&field, QStringLiteral("direct"));
         showAll();
         QCOMPARE(field.text(), QStringLiteral("direct"));
-    }
-
-    void everyKindOfWidget()
-    {
-        QCheckBox box;
-        QGroupBox group;
-        group.setCheckable(true);
-        QSpinBox spin;
-        QLCDNumber counter;
-        QLineEdit field;
-        {
-            const display::Batch batch;
-            display::checked(&box, true);
-            display::checked(&group, false);
-            display::value(&spin, 7);
-            display::value(&counter, 255);
-            indicator::state(&field, QStringLiteral("Not Valid"), indicator::background(indicator::kGrey));
-            QVERIFY(!box.isChecked() && group.isChecked() && spin.value() == 0 && field.text().isEmpty());
-        }
-        showAll();
-        QVERIFY(box.isChecked() && !group.isChecked());
-        QCOMPARE(spin.value(), 7);
-        QCOMPARE(counter.intValue(), 255);
-        QCOMPARE(field.text() + '|' + field.accessibleDescription(), QStringLiteral("Not Valid|Gray: Not Valid"));
     }
 
     void theHistoryGrows()
